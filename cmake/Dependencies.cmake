@@ -1,0 +1,30 @@
+# The libraries that come from the system. All of them are imported targets, so that CMake treats their
+# headers as system headers.
+
+find_package(argparse 3.1 QUIET CONFIG)
+if(NOT argparse_FOUND)
+    set(found "No argparse was found.")
+    if(argparse_CONSIDERED_VERSIONS)
+        list(JOIN argparse_CONSIDERED_VERSIONS ", " found)
+        set(found "Found only version ${found}, which will not do.")
+    endif()
+    message(FATAL_ERROR
+        "orbconv needs the C++ library argparse, 3.1 or later (before 4), with its CMake package. ${found}\n"
+        "On Debian and Ubuntu run scripts/setup, which installs it. Elsewhere install argparse and, if it "
+        "stands in a place of its own, add -DCMAKE_PREFIX_PATH=<that place>.")
+endif()
+
+if(ORBCONV_BUILD_TESTS)
+    find_package(GTest QUIET CONFIG)
+    if(NOT GTest_FOUND OR NOT TARGET GTest::gmock)
+        message(FATAL_ERROR
+            "The test suite needs GoogleTest with GoogleMock. On Debian and Ubuntu run "
+            "scripts/setup, which installs it, or build without tests: -DORBCONV_BUILD_TESTS=OFF.")
+    endif()
+endif()
+
+if(ORBCONV_BUILD_BENCHMARKS AND NOT benchmark_FOUND)
+    message(FATAL_ERROR
+        "The benchmarks need Google Benchmark. On Debian and Ubuntu run scripts/setup, which installs it, "
+        "or build without them: -DORBCONV_BUILD_BENCHMARKS=OFF.")
+endif()

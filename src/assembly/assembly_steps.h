@@ -1,0 +1,57 @@
+// The steps of the assembly by their kinds. Each takes the row of its message in the staging, the band that
+// it fills, and the number of list entries to walk.
+#pragma once
+
+#include <cstddef>
+
+#include "assembly/epoch_assembly.h"
+#include "assembly/satellite_walk.h"
+
+namespace orbconv {
+
+struct StepInput {
+    const SatelliteWalk& walk;
+    std::size_t row;
+    std::size_t band;
+    int count;  // 1 to 180
+};
+
+// FC to Fl: presence of a signal, and in the survey pass what the header needs to know of it.
+void runFlagStep(EpochAssembly& assembly, const StepInput& step);
+
+// rc: the full range into band c.
+void runFullRangeStep(EpochAssembly& assembly, const StepInput& step);
+// rx: the clock offset that every difference refers to, and the full range into band c.
+void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step);
+// 1r to lr: range differences.
+void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step);
+
+// DX: the Doppler that the differences refer to.
+void runReferenceDopplerStep(EpochAssembly& assembly, const StepInput& step);
+// DC: the full Doppler into band c.
+void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step);
+// 0d to ld: Doppler differences.
+void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step);
+
+// cp to lp: carrier phases, and the phase shifts of the header.
+void runPhaseStep(EpochAssembly& assembly, const StepInput& step);
+
+// CE to lE: signal strengths and their RINEX digits.
+void runStrengthStep(EpochAssembly& assembly, const StepInput& step);
+
+// ---- shared by the steps ----
+
+// The constellations that pass their gates in this run.
+EnabledConstellations enabledBy(const PerConstellation<StepGate>& gates, const RunOptions& options);
+
+// Enters the SBAS and QZSS codes of a band and kind, for those of the two that the walked entries hold.
+void enterPlaceholderCodes(EpochAssembly& assembly, const StepInput& step, Kind kind);
+
+// Writes the name that a step gives a stored value, if it gives one.
+inline void writeName(SatEpochRecord& record, std::size_t band, Kind kind, const RecordName& name) {
+    if (name) {
+        record.signalName[slotOf(band, kind)] = *name;
+    }
+}
+
+}  // namespace orbconv

@@ -1,0 +1,86 @@
+// What the log's signals add up to: the observable codes that the header lists, the satellites seen on each
+// signal, and the phase shifts. Fixed tables; a list of satellites ends at its first 0.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "assembly/epoch_store.h"
+
+namespace orbconv {
+
+// Observable codes of a constellation by slot (band * 5 + kind). Slots 30 to 59 take the GLONASS CDMA codes
+// that a merge puts behind the GLONASS ones.
+inline constexpr std::size_t obsCodeSlots = 60;
+using ObsCodeList = std::array<SignalText, obsCodeSlots>;
+
+// Constellations with a count of codes: all but GLONASS CDMA.
+inline constexpr std::size_t countedConstellations = 7;
+
+// Satellite numbers in the order in which they were met. Constellations use the first 32 entries, Galileo
+// 37, BeiDou 61.
+inline constexpr std::size_t satelliteListRoom = 61;
+using SatelliteNumbers = std::array<std::int32_t, satelliteListRoom>;
+
+// Entries of a SignalSatelliteList, by constellation.
+inline constexpr PerConstellation<std::size_t> satelliteListEntries = {32, 32, 37, 32, 61, 32, 32, 32};
+
+// Entries of a PhaseShiftSatellites list that are used.
+constexpr std::size_t phaseShiftEntries(Constellation constellation, std::size_t band) {
+    return constellation == Constellation::beidou && band != 0 ? satelliteListRoom : 60;
+}
+
+// Bands with a place for a merged GLONASS CDMA signal behind the six of the log.
+inline constexpr std::size_t signalColumns = 12;
+
+struct SignalSurvey {
+    PerConstellation<ObsCodeList> obsCodeList{};
+    std::array<std::int32_t, countedConstellations> obsCodeCount{};
+
+    // SignalSatelliteList: by constellation and band, satellites with the signal present. GLONASS entries
+    // are slot numbers.
+    PerConstellation<std::array<SatelliteNumbers, signalColumns>> signalSatellites{};
+    // The satellites of each constellation's first list, and how many they are in all.
+    PerConstellation<SatelliteNumbers> allSatelliteList{};
+    std::int32_t satelliteTotal = 0;
+
+    // PhaseShiftSatellites: by constellation and band. GLONASS entries are channels.
+    PerConstellation<std::array<SatelliteNumbers, bandCount>> phaseShiftSatellites{};
+    // Cycles; row 7 is GLONASS CDMA.
+    PerConstellation<std::array<float, signalColumns>> phaseShiftValues{};
+    // GLONASS CDMA has no row of its own and counts in that of SBAS.
+    std::array<std::array<std::uint32_t, signalColumns>, countedConstellations> signalUseCount{};
+
+    // The latest elements that the steps of 1r and 2r took. Never reset.
+    std::int16_t lastRangeDelta = 0;
+    std::int16_t secondRangeDelta = 0;
+
+    // satellitesInEpoch is kept with the staging; this is its running maximum.
+    std::int32_t maxSatellitesInEpoch = 0;
+
+    [[nodiscard]] ObsCodeList& codes(Constellation c) { return obsCodeList[indexOf(c)]; }
+    [[nodiscard]] const ObsCodeList& codes(Constellation c) const { return obsCodeList[indexOf(c)]; }
+};
+
+// Counts the codes of the seven counted lists: their strings that are not empty, in all 60 slots.
+void countObsCodes(SignalSurvey& survey);
+
+// A signal that the survey pass met: `record` is the one at the satellite's position, `satelliteNumber`
+// the list's number (a GLONASS channel is signed), `position` the satellite's place among those of its
+// constellation.
+struct SurveyedSignal {
+    Constellation constellation;
+    std::size_t band;
+    const SatEpochRecord& record;
+    std::int32_t satelliteNumber;
+    std::size_t position;
+};
+
+// Enters the signal into the code list, the use counts and the satellite lists.
+void noteSignal(SignalSurvey& survey, const SurveyedSignal& signal);
+
+// Enters `key` into the first `entries` of a list: the search stops at an equal entry, and the first zero
+// takes the key. A full list takes no more.
+void enterSatellite(SatelliteNumbers& list, std::size_t entries, std::int32_t key);
+
+}  // namespace orbconv

@@ -1,0 +1,153 @@
+#include "log/message_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+
+namespace orbconv {
+
+namespace {
+
+constexpr std::uint8_t noRow = 0xFF;
+static_assert(messageTable.size() < noRow);
+
+// Row of messageTable by the two characters of an id, both below 128.
+constexpr auto rowByCharacters = []() {
+    std::array<std::array<std::uint8_t, 128>, 128> rows{};
+    for (auto& line : rows) {
+        line.fill(noRow);
+    }
+    for (std::size_t i = 0; i < messageTable.size(); ++i) {
+        const MessageId id = messageTable[i].id;
+        rows[static_cast<std::size_t>(id.first)][static_cast<std::size_t>(id.second)] =
+            static_cast<std::uint8_t>(i);
+    }
+    return rows;
+}();
+
+std::size_t findRowQuickly(MessageId id) {
+    const auto first = static_cast<unsigned char>(id.first);
+    const auto second = static_cast<unsigned char>(id.second);
+    return first < 128 && second < 128 ? rowByCharacters[first][second] : noRow;
+}
+
+// -1 for what is no hexadecimal digit.
+constexpr auto digitValue = []() {
+    std::array<std::int8_t, 256> values{};
+    values.fill(-1);
+    for (int i = 0; i < 10; ++i) {
+        values[static_cast<std::size_t>('0' + i)] = static_cast<std::int8_t>(i);
+    }
+    for (int i = 0; i < 6; ++i) {
+        values[static_cast<std::size_t>('A' + i)] = static_cast<std::int8_t>(10 + i);
+        values[static_cast<std::size_t>('a' + i)] = static_cast<std::int8_t>(10 + i);
+    }
+    return values;
+}();
+
+// The length field as strtol takes it in base 16: leading blanks, a sign and a 0x prefix count, and the
+// number ends where the digits do. -0xFF to 0xFFF.
+int readLength(LogStream& stream) {
+    const auto field = stream.take(3);
+    if (field.size() == 3) {
+        const int high = digitValue[field[0]];
+        const int middle = digitValue[field[1]];
+        const int low = digitValue[field[2]];
+        if ((high | middle | low) >= 0) {
+            return high * 256 + middle * 16 + low;
+        }
+    }
+    std::array<char, 4> text{};
+    std::copy(field.begin(), field.end(), text.begin());
+    return static_cast<int>(std::strtol(text.data(), nullptr, 16));
+}
+
+// Reads `count` bytes, keeps as many as the area takes and passes the rest.
+void readInto(LogStream& stream, std::span<std::uint8_t> area, int count) {
+    if (count > 0) {
+        const auto got = stream.take(static_cast<std::size_t>(count));
+        const std::size_t kept = std::min(got.size(), area.size());
+        if (kept > 0) {
+            std::memcpy(area.data(), got.data(), kept);
+        }
+    }
+}
+
+void skip(LogStream& stream, int count) {
+    readInto(stream, {}, count);
+}
+
+void readForms(LogStream& stream, MessageStaging& staging, const MessageRow& row, std::size_t index,
+               int length) {
+    staging.bodyLength[index] = length;
+    const auto form = std::ranges::find(row.forms, length, &BodyForm::length);
+    if (form == row.forms.end()) {
+        skip(stream, row.closingBytesOfOtherLengths);
+        return;
+    }
+    for (const FormPiece& piece : form->pieces) {
+        readInto(stream, staging.area(index).subspan(piece.areaOffset, piece.bytes), piece.bytes);
+    }
+    skip(stream, row.closingBytes);
+}
+
+void readArray(LogStream& stream, MessageStaging& staging, const MessageRow& row, std::size_t index,
+               int length) {
+    const int count = (length - 1) / row.elementBytes;
+    readInto(stream, staging.area(index), count * row.elementBytes);
+    skip(stream, row.closingBytes);
+    staging.elementCount[index] = std::min(count, row.areaBytes / row.elementBytes);
+}
+
+void readBody(LogStream& stream, MessageStaging& staging, std::size_t index, int length) {
+    const MessageRow& row = messageTable[index];
+    switch (row.reading) {
+        case Reading::array:
+            readArray(stream, staging, row, index, length);
+            break;
+        case Reading::forms:
+            readForms(stream, staging, row, index, length);
+            break;
+        case Reading::block:
+        case Reading::fixedBlock: {
+            const std::size_t area = row.id == row.area ? index : findRowQuickly(row.area);
+            const int bytes = row.reading == Reading::fixedBlock ? row.adjust : length + row.adjust;
+            readInto(stream, staging.area(area), bytes);
+            skip(stream, row.closingBytes);
+            break;
+        }
+    }
+}
+
+// What a message brings beside its area.
+void keepReaderValues(MessageStaging& staging, std::size_t index) {
+    if (index == rowOf("~~")) {
+        staging.timeOfDayMs = loadLittleEndian<std::uint32_t>(staging.body(index));
+        staging.lastEpochMs = staging.timeOfDayMs;
+    } else if (index == rowOf("SX")) {
+        staging.satellitesInEpoch = staging.elementCount[index];
+    }
+}
+
+}  // namespace
+
+MessageId readMessage(LogStream& stream, MessageStaging& staging) {
+    const auto idBytes = stream.take(2);
+    if (idBytes.size() < 2) {
+        return {};
+    }
+    const MessageId id{static_cast<char>(idBytes[0]), static_cast<char>(idBytes[1])};
+    const std::size_t index = findRowQuickly(id);
+    if (index != noRow) {
+        readBody(stream, staging, index, readLength(stream));
+        keepReaderValues(staging, index);
+    } else if (id == MessageId(">>")) {
+        skip(stream, readLength(stream) + 2);
+    } else if (id.first != '>') {  // of any other id with '>' only the two characters are taken
+        skip(stream, readLength(stream) + 1);
+    }
+    return id;
+}
+
+}  // namespace orbconv

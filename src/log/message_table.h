@@ -1,0 +1,257 @@
+// The framing of the receiver's log (KVS format), one row a message: how its body is read and how much
+// room its staging area has.
+//
+// A message is two characters of id, three characters of length (hexadecimal), the body, and one line-end
+// byte after binary messages, two after text messages. The last body byte of a binary message is its
+// checksum, which nobody looks at.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace orbconv {
+
+// The two characters that open a message, comparable and usable in a switch through key().
+struct MessageId {
+    char first = 0;
+    char second = 0;
+
+    constexpr MessageId() = default;
+    constexpr MessageId(char firstCharacter, char secondCharacter)
+        : first(firstCharacter), second(secondCharacter) {}
+    // From a literal of exactly two characters, such as "TD".
+    // NOLINTNEXTLINE(*-explicit-*, *-avoid-c-arrays): an id is written as its text
+    constexpr MessageId(const char (&text)[3]) : first(text[0]), second(text[1]) {}
+
+    friend constexpr bool operator==(MessageId, MessageId) = default;
+
+    [[nodiscard]] constexpr std::uint16_t key() const {
+        return static_cast<std::uint16_t>((static_cast<unsigned char>(first) << 8) |
+                                          static_cast<unsigned char>(second));
+    }
+};
+
+// How a body is read.
+enum class Reading : std::uint8_t {
+    // length + adjust bytes into the area, then the closing bytes.
+    block,
+    // `adjust` bytes into the area whatever the length says, then the closing bytes.
+    fixedBlock,
+    // truncate((length - 1) / elementBytes) elements into the area, then the closing bytes. What does not
+    // make up an element stays unread, and the next id is taken from there.
+    array,
+    // The pieces of the form that the length picks.
+    forms,
+};
+
+// One read of a message with forms: `bytes` bytes to `areaOffset` of the area.
+struct FormPiece {
+    std::uint16_t areaOffset;
+    std::uint16_t bytes;
+};
+
+struct BodyForm {
+    int length;  // the length field that picks this form
+    std::span<const FormPiece> pieces;
+};
+
+struct MessageRow {
+    MessageId id;
+    Reading reading{};
+    int adjust = 0;
+    int elementBytes = 1;
+    int areaBytes = 0;
+    int closingBytes = 0;
+    std::span<const BodyForm> forms{};
+    int closingBytesOfOtherLengths = 0;  // forms only: read for a length that no form has
+    MessageId area{};                    // whose area is filled: its own, but for one message
+};
+
+namespace rows {
+
+// Row makers, named after what the format calls the reading.
+consteval MessageRow whole(MessageId id, int areaBytes) {
+    return {.id = id, .reading = Reading::block, .adjust = 1, .areaBytes = areaBytes, .area = id};
+}
+consteval MessageRow wholeText(MessageId id, int areaBytes) {
+    return {.id = id, .reading = Reading::block, .adjust = 2, .areaBytes = areaBytes, .area = id};
+}
+consteval MessageRow block(MessageId id, int adjust, int areaBytes, int closingBytes) {
+    return {.id = id,
+            .reading = Reading::block,
+            .adjust = adjust,
+            .areaBytes = areaBytes,
+            .closingBytes = closingBytes,
+            .area = id};
+}
+consteval MessageRow fixedBlock(MessageId id, int bytes, int closingBytes) {
+    return {.id = id,
+            .reading = Reading::fixedBlock,
+            .adjust = bytes,
+            .areaBytes = bytes,
+            .closingBytes = closingBytes,
+            .area = id};
+}
+consteval MessageRow array(MessageId id, int elementBytes, int room = 180) {
+    return {.id = id,
+            .reading = Reading::array,
+            .elementBytes = elementBytes,
+            .areaBytes = elementBytes * room,
+            .closingBytes = 2,
+            .area = id};
+}
+consteval MessageRow withForms(MessageId id, std::span<const BodyForm> forms, int areaBytes,
+                               int closingBytesOfOtherLengths) {
+    return {.id = id,
+            .reading = Reading::forms,
+            .areaBytes = areaBytes,
+            .closingBytes = 2,
+            .forms = forms,
+            .closingBytesOfOtherLengths = closingBytesOfOtherLengths,
+            .area = id};
+}
+consteval MessageRow wholeInto(MessageId id, MessageId area) {
+    return {.id = id, .reading = Reading::block, .adjust = 1, .area = area};
+}
+
+// GE: the block of orbit and clock, then the modernised fields. The staged pair (offset 163) and quartet
+// (147) of inter-signal corrections have places of their own, so each outlives messages of the other form.
+inline constexpr std::array<FormPiece, 1> ge123 = {{{0, 122}}};
+inline constexpr std::array<FormPiece, 11> ge160 = {{{0, 122},
+                                                     {122, 1},
+                                                     {123, 4},
+                                                     {127, 4},
+                                                     {131, 8},
+                                                     {139, 4},
+                                                     {143, 1},
+                                                     {144, 1},
+                                                     {145, 2},
+                                                     {163, 8},
+                                                     {171, 4}}};
+inline constexpr std::array<FormPiece, 11> ge168 = {{{0, 122},
+                                                     {122, 1},
+                                                     {123, 4},
+                                                     {127, 4},
+                                                     {131, 8},
+                                                     {139, 4},
+                                                     {143, 1},
+                                                     {144, 1},
+                                                     {145, 2},
+                                                     {147, 16},
+                                                     {171, 4}}};
+inline constexpr std::array<BodyForm, 3> geForms = {{{123, ge123}, {160, ge160}, {168, ge168}}};
+
+// Deliberate: NE of length 103 reads one byte more than every other message of its length takes, so the
+// stream stands one byte past the message's end from then on.
+inline constexpr std::array<FormPiece, 1> ne88 = {{{0, 87}}};
+inline constexpr std::array<FormPiece, 2> ne103 = {{{0, 87}, {87, 16}}};
+inline constexpr std::array<BodyForm, 2> neForms = {{{88, ne88}, {103, ne103}}};
+
+inline constexpr std::array<FormPiece, 5> cn134 = {{{0, 122}, {122, 4}, {126, 1}, {127, 4}, {131, 2}}};
+inline constexpr std::array<FormPiece, 8> cn152 = {
+    {{0, 122}, {122, 4}, {126, 1}, {127, 4}, {133, 8}, {141, 4}, {145, 4}, {149, 4}}};
+inline constexpr std::array<FormPiece, 5> cn160 = {{{0, 122}, {122, 4}, {126, 1}, {127, 4}, {133, 28}}};
+inline constexpr std::array<BodyForm, 3> cnForms = {{{134, cn134}, {152, cn152}, {160, cn160}}};
+
+}  // namespace rows
+
+// Every id with a reading of its own. Ids in no row are skipped by their length.
+// clang-format off
+inline constexpr auto messageTable = std::to_array<MessageRow>({
+    // time, identity and position
+    rows::whole("~~", 12),
+    rows::whole("RD", 20),
+    rows::whole("PV", 48),
+    rows::whole("TO", 24),
+    rows::whole("AI", 108),
+    rows::wholeText("KV", 96),
+    rows::block("PM", -4, 100, 6),
+    rows::block("==", -1, 105, 2),
+    rows::wholeText("TD", 304),  // only its id counts
+    rows::wholeText("MF", 24),   // nobody reads it
+
+    // navigation
+    rows::withForms("GE", rows::geForms, 177, 2),
+    rows::withForms("NE", rows::neForms, 105, 0),
+    rows::withForms("CN", rows::cnForms, 163, 2),
+    rows::whole("EN", 160),
+    rows::whole("IE", 432),
+    rows::whole("UO", 32),
+    rows::whole("IO", 40),
+    rows::whole("NU", 32),
+    rows::whole("EU", 48),
+    rows::whole("CU", 32),
+    rows::whole("CI", 40),
+    rows::whole("II", 40),
+    rows::whole("IU", 32),
+    rows::wholeInto("GA", "GE"),  // Deliberate: an almanac overwrites the staged GPS ephemeris
+
+    // satellite lists
+    rows::array("SX", 2),
+    rows::array("NN", 1, 24),
+
+    // ranges, phases, Doppler, strengths and flags, in the order of SX
+    rows::array("rc", 4), rows::array("rx", 4),
+    rows::array("1r", 2), rows::array("2r", 2), rows::array("3r", 2), rows::array("5r", 2), rows::array("lr", 2),
+    rows::array("cp", 4), rows::array("1p", 4), rows::array("2p", 4), rows::array("3p", 4), rows::array("5p", 4), rows::array("lp", 4),
+    rows::array("DC", 4), rows::array("DX", 4),
+    rows::array("0d", 2), rows::array("1d", 2), rows::array("2d", 2), rows::array("3d", 2), rows::array("5d", 2), rows::array("ld", 2),
+    rows::array("CE", 1), rows::array("1E", 1), rows::array("2E", 1), rows::array("3E", 1), rows::array("5E", 1), rows::array("lE", 1),
+    rows::array("FC", 2, 360), rows::array("F1", 2, 360), rows::array("F2", 2, 360), rows::array("F3", 2, 360), rows::array("F5", 2, 360), rows::array("Fl", 2, 360),
+
+    // nobody reads these: they matter for the bytes that they take
+    rows::array("SI", 1), rows::array("EL", 1),
+    rows::array("cr", 2), rows::array("cc", 2), rows::array("c5", 2), rows::array("cl", 2), rows::array("TC", 2),
+    rows::array("c1", 2), rows::array("c2", 2), rows::array("c3", 2),
+    rows::block("SS", -2, 180, 3),
+    rows::fixedBlock("SE", 5, 2),
+    rows::whole("ST", 8), rows::whole("DP", 24), rows::whole("DO", 24),
+    rows::whole("NA", 304), rows::whole("WE", 304), rows::whole("WA", 304), rows::whole("WU", 304),
+    rows::whole("EA", 304), rows::whole("QE", 304), rows::whole("QA", 304), rows::whole("QU", 304),
+    rows::whole("QI", 48), rows::whole("CA", 304), rows::whole("IA", 300),
+});
+// clang-format on
+
+// The index of an id's row in messageTable, or nothing for an id without one.
+constexpr std::optional<std::size_t> findRow(MessageId id) {
+    for (std::size_t i = 0; i < messageTable.size(); ++i) {
+        if (messageTable[i].id == id) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+// The same for an id that is known to have one; an unknown id does not compile.
+consteval std::size_t rowOf(MessageId id) {
+    return findRow(id).value();
+}
+
+// Where each row's area starts in the staging, and behind the last one the size of them all.
+inline constexpr auto areaOffsets = []() {
+    std::array<std::size_t, messageTable.size() + 1> offsets{};
+    for (std::size_t i = 0; i < messageTable.size(); ++i) {
+        offsets[i + 1] = offsets[i] + static_cast<std::size_t>(messageTable[i].areaBytes);
+    }
+    return offsets;
+}();
+
+static_assert(std::ranges::all_of(messageTable, [](const MessageRow& row) {
+                  return std::ranges::count(messageTable, row.id, &MessageRow::id) == 1;
+              }),
+              "every id has one row");
+
+static_assert(std::ranges::all_of(messageTable, [](const MessageRow& row) {
+                  return std::ranges::all_of(row.forms, [&](const BodyForm& form) {
+                      return std::ranges::all_of(form.pieces, [&](const FormPiece& piece) {
+                          return piece.areaOffset + piece.bytes <= row.areaBytes;
+                      });
+                  });
+              }),
+              "the pieces of every form keep within their area");
+
+}  // namespace orbconv

@@ -1,0 +1,66 @@
+#include "log/receiver_clock.h"
+
+namespace orbconv {
+
+namespace {
+
+// Body of RD. The time of day of ~~ is kept by the reader.
+namespace rdBody {
+constexpr BodyField<std::uint16_t> year{0};
+constexpr BodyField<std::uint8_t> month{2};
+constexpr BodyField<std::uint8_t> day{3};
+constexpr BodyField<std::uint8_t> timeBase{4};
+static_assert(tileBody(0, 5, year, month, day, timeBase));
+}  // namespace rdBody
+
+constexpr double secondsPerMillisecond = 1e-3;
+
+}  // namespace
+
+std::string_view timeScaleName(float timeBase) {
+    const auto index = static_cast<std::size_t>(timeBase);  // from a byte, so never negative
+    return index < timeScaleNames.size() ? timeScaleNames[index] : std::string_view{};
+}
+
+ClockReading clockFromRd(const MessageStaging& staging) {
+    const std::uint8_t* const rd = staging.body(rowOf("RD"));
+    const std::uint32_t timeOfDayMs = staging.timeOfDayMs;
+    ClockReading clock;
+    clock.year = rdBody::year.load(rd);
+    clock.month = rdBody::month.load(rd);
+    clock.day = rdBody::day.load(rd);
+    clock.timeBase = rdBody::timeBase.load(rd);
+    clock.hour = static_cast<float>(timeOfDayMs / 3600000);
+    clock.minute = static_cast<float>(timeOfDayMs / 60000) - clock.hour * 60.0F;
+    clock.second = static_cast<float>(timeOfDayMs / 1000) - clock.hour * 3600.0F - clock.minute * 60.0F;
+    return clock;
+}
+
+void setEpochClockFromRd(ReceiverClocks& clocks, const MessageStaging& staging) {
+    clocks.epoch = clockFromRd(staging);
+    clocks.dateStillMissing = false;
+}
+
+float intervalBetween(std::uint32_t earlierMs, std::uint32_t laterMs) {
+    return static_cast<float>(secondsPerMillisecond * laterMs - secondsPerMillisecond * earlierMs);
+}
+
+void advanceEpochClock(EpochClock& clock, float interval) {
+    // Deliberate: 60.0 is a value that second and minute really take, what overshoots is dropped and not
+    // carried, and months and years never roll. The next RD puts the clock right.
+    clock.second += interval;
+    if (clock.second > 60.0F) {
+        clock.minute += 1.0F;
+        clock.second = 0.0F;
+    }
+    if (clock.minute > 60.0F) {
+        clock.hour += 1.0F;
+        clock.minute = 0.0F;
+    }
+    if (clock.hour > 23.0F) {
+        clock.day += 1.0F;
+        clock.hour = 0.0F;
+    }
+}
+
+}  // namespace orbconv

@@ -1,0 +1,37 @@
+// One epoch of the observation file: the "> " line, and a line for each satellite, constellation after
+// constellation. Every signal takes its 64 columns whether or not the header lists it.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "assembly/epoch_store.h"
+#include "assembly/signal_survey.h"
+#include "log/receiver_clock.h"
+#include "run/run_options.h"
+#include "text/text_writer.h"
+
+namespace orbconv {
+
+// What an epoch prints.
+struct EpochTables {
+    const RunOptions& options;
+    const EpochClock& clock;
+    std::int32_t satellitesInEpoch;  // of the satellite list, not of the lines that follow
+    double receiverClockOffset;      // seconds
+    const EpochStore& store;
+    const SignalSurvey& survey;
+};
+
+// Everything of the current epoch. `epochFlag` is 0 in every run.
+void writeEpoch(TextWriter& out, std::int32_t epochFlag, const EpochTables& tables);
+
+// The epoch's first line.
+void writeEpochLine(TextWriter& out, std::int32_t epochFlag, const EpochTables& tables);
+
+// The lines of one constellation's records. With a code list, a signal whose code is empty there takes no
+// columns at all. `slotCount` is at most 11.
+void writeSatelliteLines(TextWriter& out, std::span<const SatEpochRecord> records, char letter,
+                         std::size_t slotCount, const ObsCodeList* codeList);
+
+}  // namespace orbconv
