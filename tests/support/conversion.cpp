@@ -1,0 +1,139 @@
+#include "support/conversion.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
+
+namespace testsupport {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int sanitizerExit = 99;
+
+// A folder of its own for one run, gone with it.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::random_device random;
+        path_ = fs::temp_directory_path() /
+                ("orbconv-test-" + std::to_string(random()) + std::to_string(random()));
+        fs::create_directories(path_);
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    [[nodiscard]] const fs::path& path() const { return path_; }
+
+private:
+    fs::path path_;
+};
+
+std::string readFile(const fs::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+std::string withoutCarriageReturns(std::string text) {
+    std::size_t end;
+    while ((end = text.find("\r\n")) != std::string::npos) {
+        text.erase(end, 1);
+    }
+    return text;
+}
+
+std::string quoted(const std::string& argument) {
+    return "\"" + argument + "\"";
+}
+
+}  // namespace
+
+Conversion runProgram(const std::vector<std::string>& arguments, std::string_view log,
+                      const std::string& logName) {
+    const TemporaryFolder streams;
+    const TemporaryFolder folder;
+    if (!logName.empty()) {
+        std::ofstream(folder.path() / logName, std::ios::binary)
+            .write(log.data(), static_cast<std::streamsize>(log.size()));
+    }
+    std::string command = "cd " + quoted(folder.path().string()) + " && " + quoted(ORBCONV_BINARY);
+    for (const std::string& argument : arguments) {
+        command += " " + quoted(argument);
+    }
+    command += " > " + quoted((streams.path() / "out").string());
+    command += " 2> " + quoted((streams.path() / "err").string());
+
+    Conversion result;
+    const int status = std::system(command.c_str());
+#ifdef _WIN32
+    result.exitStatus = status;
+#else
+    result.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
+    result.abnormal = result.exitStatus != 0 && result.exitStatus != 1;
+    result.standardOutput = withoutCarriageReturns(readFile(streams.path() / "out"));
+    result.standardError = withoutCarriageReturns(readFile(streams.path() / "err"));
+    EXPECT_NE(result.exitStatus, sanitizerExit) << result.standardError;
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        const std::string name = entry.path().filename().string();
+        result.names.push_back(name);
+        if (name != logName && fs::is_regular_file(entry)) {
+            result.files[name.back()] = withoutCarriageReturns(readFile(entry.path()));
+        }
+    }
+    std::ranges::sort(result.names);
+    return result;
+}
+
+Conversion convert(std::string_view log, const std::vector<std::string>& arguments, const std::string& logName) {
+    std::vector<std::string> all = {"-f", logName};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return runProgram(all, log, logName);
+}
+
+std::vector<std::string> splitLines(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
+std::vector<std::string> Conversion::lines(char letter) const {
+    const auto file = files.find(letter);
+    return file == files.end() ? std::vector<std::string>{} : splitLines(file->second);
+}
+
+std::vector<std::string> Conversion::labelled(char letter, std::string_view label) const {
+    std::vector<std::string> found;
+    for (const std::string& line : lines(letter)) {
+        if (line.ends_with(label)) {
+            found.push_back(line);
+        }
+    }
+    return found;
+}
+
+std::vector<std::string> Conversion::body(char letter) const {
+    std::vector<std::string> all = lines(letter);
+    const auto end = std::ranges::find_if(all, [](const std::string& line) { return line.ends_with("END OF HEADER"); });
+    return {end == all.end() ? end : end + 1, all.end()};
+}
+
+}  // namespace testsupport
