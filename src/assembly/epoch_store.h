@@ -58,9 +58,9 @@ struct SatEpochRecord {
     std::array<double, obsRows * obsColumns> obs{};
     // RINEX strength digit by band, 1 to 9.
     std::array<std::int32_t, 22> strengthIndex{};
-    double clockOffset = 0.0;          // seconds; what differences and phases refer to
-    std::int32_t referenceDoppler = 0;  // raw, 1e-4 Hz; what Doppler differences refer to
-    std::int32_t gloSlotNumber = 0;     // GLONASS only: the slot from NN
+    double clockOffset = 0.0;                            // seconds; what differences and phases refer to
+    std::int32_t referenceDoppler = 0;                   // raw, 1e-4 Hz; what Doppler differences refer to
+    std::int32_t gloSlotNumber = 0;                      // GLONASS only: the slot from NN
     std::array<std::uint8_t, obsColumns> columnBytes{};  // nothing writes them
     // By band; bit 6: the signal is present.
     std::array<std::uint32_t, obsColumns> signalFlags{};

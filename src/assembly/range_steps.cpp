@@ -41,7 +41,8 @@ void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
         }
         // Deliberate: the record at the position is written whichever satellite has claimed it.
         SatEpochRecord& record = *entry.record;
-        const double t = timeOfFlight(assembly.staging.element<std::int32_t>(step.row, i), entry.constellation);
+        const double t =
+            timeOfFlight(assembly.staging.element<std::int32_t>(step.row, i), entry.constellation);
         record.touched = true;
         record.clockOffset = t;
         record.at(ObsRow::pseudorange, 0) = t * speedOfLight;

@@ -48,7 +48,9 @@ void sortRecords(std::span<SatEpochRecord> records, RecordKey key) {
     while (begin != records.end()) {
         begin = std::find_if_not(begin, records.end(), isFree);
         const auto end = std::find_if(begin, records.end(), isFree);
-        const auto byKey = [key](const SatEpochRecord& a, const SatEpochRecord& b) { return a.*key < b.*key; };
+        const auto byKey = [key](const SatEpochRecord& a, const SatEpochRecord& b) {
+            return a.*key < b.*key;
+        };
         if (!std::is_sorted(begin, end, byKey)) {
             sortRun({begin, end}, key);
         }

@@ -75,7 +75,8 @@ inline SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& s
         const std::uint8_t position = cursor[c]++;
         entries_[i] = {
             .record = position < storeCapacity[c] ? &store.all[storeOffset[c] + position] : nullptr,
-            .number = isGlonass ? list.frequencyChannel(i) : static_cast<std::int32_t>(list.satelliteNumber(i)),
+            .number =
+                isGlonass ? list.frequencyChannel(i) : static_cast<std::int32_t>(list.satelliteNumber(i)),
             .rawNumber = list.satelliteNumber(i),
             .constellation = static_cast<std::uint8_t>(c),
             .position = position};

@@ -40,8 +40,8 @@ constexpr std::optional<Constellation> constellationOfCode(std::uint8_t code) {
 enum class VersionRule : std::uint8_t {
     never,
     always,
-    any3Or4,    // 3.05, 4.0 or 4.01
-    any4,       // 4.0 or 4.01
+    any3Or4,  // 3.05, 4.0 or 4.01
+    any4,     // 4.0 or 4.01
     only401,
     atLeast305,
     atLeast401,

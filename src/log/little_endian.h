@@ -33,7 +33,7 @@ struct UnsignedOfWidth<8> {
 // The number of type T whose lowest byte stands at `bytes`. Compilers turn this into one load where the
 // host allows it.
 template <class T>
-    requires std::integral<T> || std::floating_point<T>
+requires std::integral<T> || std::floating_point<T>
 constexpr T loadLittleEndian(const std::uint8_t* bytes) {
     using Unsigned = typename detail::UnsignedOfWidth<sizeof(T)>::Type;
     std::uint64_t value = 0;

@@ -103,12 +103,8 @@ void readArray(LogStream& stream, MessageStaging& staging, const MessageRow& row
 void readBody(LogStream& stream, MessageStaging& staging, std::size_t index, int length) {
     const MessageRow& row = messageTable[index];
     switch (row.reading) {
-        case Reading::array:
-            readArray(stream, staging, row, index, length);
-            break;
-        case Reading::forms:
-            readForms(stream, staging, row, index, length);
-            break;
+        case Reading::array: readArray(stream, staging, row, index, length); break;
+        case Reading::forms: readForms(stream, staging, row, index, length); break;
         case Reading::block:
         case Reading::fixedBlock: {
             const std::size_t area = row.id == row.area ? index : findRowQuickly(row.area);

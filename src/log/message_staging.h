@@ -28,10 +28,12 @@ struct MessageStaging {
     std::int32_t satellitesInEpoch = 0;
 
     [[nodiscard]] std::span<const std::uint8_t> area(std::size_t row) const {
-        return std::span(bytes).subspan(areaOffsets[row], static_cast<std::size_t>(messageTable[row].areaBytes));
+        return std::span(bytes).subspan(areaOffsets[row],
+                                        static_cast<std::size_t>(messageTable[row].areaBytes));
     }
     [[nodiscard]] std::span<std::uint8_t> area(std::size_t row) {
-        return std::span(bytes).subspan(areaOffsets[row], static_cast<std::size_t>(messageTable[row].areaBytes));
+        return std::span(bytes).subspan(areaOffsets[row],
+                                        static_cast<std::size_t>(messageTable[row].areaBytes));
     }
     // The start of an area, for the loads of fields at known offsets.
     [[nodiscard]] const std::uint8_t* body(std::size_t row) const { return bytes.data() + areaOffsets[row]; }

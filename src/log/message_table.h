@@ -240,18 +240,21 @@ inline constexpr auto areaOffsets = []() {
     return offsets;
 }();
 
-static_assert(std::ranges::all_of(messageTable, [](const MessageRow& row) {
-                  return std::ranges::count(messageTable, row.id, &MessageRow::id) == 1;
-              }),
+static_assert(std::ranges::all_of(messageTable,
+                                  [](const MessageRow& row) {
+                                      return std::ranges::count(messageTable, row.id, &MessageRow::id) == 1;
+                                  }),
               "every id has one row");
 
-static_assert(std::ranges::all_of(messageTable, [](const MessageRow& row) {
-                  return std::ranges::all_of(row.forms, [&](const BodyForm& form) {
-                      return std::ranges::all_of(form.pieces, [&](const FormPiece& piece) {
-                          return piece.areaOffset + piece.bytes <= row.areaBytes;
-                      });
-                  });
-              }),
+static_assert(std::ranges::all_of(messageTable,
+                                  [](const MessageRow& row) {
+                                      return std::ranges::all_of(row.forms, [&](const BodyForm& form) {
+                                          return std::ranges::all_of(
+                                              form.pieces, [&](const FormPiece& piece) {
+                                                  return piece.areaOffset + piece.bytes <= row.areaBytes;
+                                              });
+                                      });
+                                  }),
               "the pieces of every form keep within their area");
 
 }  // namespace orbconv

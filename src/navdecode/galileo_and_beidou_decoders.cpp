@@ -31,7 +31,8 @@ constexpr BodyField<std::uint8_t> aode{132};
 constexpr BodyField<double> adot{133};
 constexpr BodyField<float> deltaNDot{141};
 constexpr BodyField<float> sisai{145};
-static_assert(tileBody(keplerBlock::bytes, 149, tgd2, navFlags, tailWord, aodc, aode, adot, deltaNDot, sisai));
+static_assert(tileBody(keplerBlock::bytes, 149, tgd2, navFlags, tailWord, aodc, aode, adot, deltaNDot,
+                       sisai));
 }  // namespace cnArea
 
 constexpr std::int32_t lengthWithAges = 134;

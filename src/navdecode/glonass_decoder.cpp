@@ -29,8 +29,8 @@ constexpr BodyField<float> az{59};
 constexpr BodyField<double> tauSys{63};
 constexpr BodyField<float> tauN{71};
 constexpr BodyField<float> gamma{75};
-static_assert(tileBody(0, 79, sv, frequency, dayNumber, tk, tb, healthByte, age, flagsByte, x, y, z, vx, vy, vz,
-                       ax, ay, az, tauSys, tauN, gamma));
+static_assert(tileBody(0, 79, sv, frequency, dayNumber, tk, tb, healthByte, age, flagsByte, x, y, z, vx, vy,
+                       vz, ax, ay, az, tauSys, tauN, gamma));
 }  // namespace neBody
 
 constexpr float moscowHours = 3.0F;

@@ -178,7 +178,8 @@ void decodeGpsTimeOffset(const MessageStaging& staging, const EpochClock& clock,
     }
 }
 
-void decodeBeidouTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
+void decodeBeidouTimeOffset(const MessageStaging& staging, const EpochClock& clock,
+                            NavigationTables& tables) {
     const std::uint8_t* const body = staging.body(rowOf("CU"));
     if (TimeOffsetRecord* const record = recordToStore(tables.beidouTimeOffset, body)) {
         loadTimeOffset(*record, body, 0, clock);
@@ -194,7 +195,8 @@ void decodeNavicTimeOffset(const MessageStaging& staging, const EpochClock& cloc
     }
 }
 
-void decodeGalileoTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
+void decodeGalileoTimeOffset(const MessageStaging& staging, const EpochClock& clock,
+                             NavigationTables& tables) {
     const std::uint8_t* const body = staging.body(rowOf("EU"));
     if (GalileoTimeOffsetRecord* const record = recordToStore(tables.galileoTimeOffset, body)) {
         loadTimeOffset(record->utc, body, timeOffsetWeek, clock);
@@ -207,7 +209,8 @@ void decodeGalileoTimeOffset(const MessageStaging& staging, const EpochClock& cl
     }
 }
 
-void decodeGlonassTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
+void decodeGlonassTimeOffset(const MessageStaging& staging, const EpochClock& clock,
+                             NavigationTables& tables) {
     const std::uint8_t* const body = staging.body(rowOf("NU"));
     tables.glonassTimeOffset.tauC = nuBody::tauC.load(body);
     tables.glonassTimeOffset.tauGps = nuBody::tauGps.load(body);

@@ -20,9 +20,11 @@ void decodeBeidouIono(const MessageStaging& staging, const EpochClock& clock, Na
 void decodeGpsTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables);
 void decodeBeidouTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables);
 void decodeNavicTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables);
-void decodeGalileoTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables);
+void decodeGalileoTimeOffset(const MessageStaging& staging, const EpochClock& clock,
+                             NavigationTables& tables);
 // One record, overwritten by every message.
-void decodeGlonassTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables);
+void decodeGlonassTimeOffset(const MessageStaging& staging, const EpochClock& clock,
+                             NavigationTables& tables);
 
 // The letter of a BeiDou ionosphere record's hour: A for 0 to 1, B for above 1 to 2, and so on to X.
 char hourLetterOf(std::uint32_t tot);

@@ -77,9 +77,9 @@ struct GlonassEphemeris {
     std::int32_t tb;  // key of the sort; seconds
     std::uint8_t healthByte;
     std::uint8_t age;
-    double x, y, z;     // km
-    float vx, vy, vz;   // km/s
-    float ax, ay, az;   // km/s^2
+    double x, y, z;    // km
+    float vx, vy, vz;  // km/s
+    float ax, ay, az;  // km/s^2
     float tauN, gamma;
     RecordEpoch epoch;
 };
@@ -91,8 +91,8 @@ struct GalileoEphemeris {
     float bgdE5a, bgdE5b;
     float ai0, ai1, ai2;
     std::uint8_t ionFlags;
-    std::uint8_t navFlags;  // bits 0, 2: INAV; bit 1: FNAV
-    float sisa;             // metres
+    std::uint8_t navFlags;         // bits 0, 2: INAV; bit 1: FNAV
+    float sisa;                    // metres
     std::uint32_t dataSourceBits;  // accumulated by every message that used the slot, never cleared
     std::int32_t dataSources;
 };

@@ -92,8 +92,9 @@ void writeGpsRecords(TextWriter& out, double rinexVersion, const NavigationTable
         const auto form = std::ranges::find(forms::gps, entry.navType, &RecordForm<GpsEphemeris>::type);
         const bool printed = eph ? form != forms::gps.end() : entry.navType == NavType::lnav;
         if (entry.kepler.sv != 0 && printed) {
-            writeRecord(out, entry, *form, entry.navType,
-                        {.letter = 'G', .ephLine = eph, .exponentLetter = eph ? plainExponent : rinexExponent});
+            writeRecord(
+                out, entry, *form, entry.navType,
+                {.letter = 'G', .ephLine = eph, .exponentLetter = eph ? plainExponent : rinexExponent});
         }
     }
 }

@@ -40,7 +40,11 @@ void writeBeidouIonosphericCorr(TextWriter& out, const BeidouIonoTable& table) {
     const auto writeLine = [&out](std::string_view name, const std::array<float, 4>& coefficients,
                                   const BeidouIonoRecord& record) {
         writeCoefficients(out, name, coefficients);
-        out.right({&record.hourLetter, 1}, 2).integer(record.sv, 3).blanks(2).text(ionosphericLabel).endLine();
+        out.right({&record.hourLetter, 1}, 2)
+            .integer(record.sv, 3)
+            .blanks(2)
+            .text(ionosphericLabel)
+            .endLine();
     };
     for (const BeidouIonoRecord& record : table.records) {
         if (record.alpha[0] == 0.0F || record.sv == 0) {
@@ -77,7 +81,8 @@ void writeTimeSystemCorr(TextWriter& out, std::string_view name, int nameWidth,
 }
 
 // The records up to the first whose leading coefficient is 0.
-void writeTimeSystemCorrs(TextWriter& out, std::string_view name, int nameWidth, const TimeOffsetTable& table) {
+void writeTimeSystemCorrs(TextWriter& out, std::string_view name, int nameWidth,
+                          const TimeOffsetTable& table) {
     for (const TimeOffsetRecord& record : table.records) {
         if (record.a0 == 0.0) {
             return;

@@ -50,11 +50,11 @@ template <auto Field>
 inline constexpr auto own = [](const auto& entry) -> double { return printed(entry.*Field); };
 // The same, narrowed to single precision.
 template <auto Field>
-inline constexpr auto narrowK = [](const auto& entry) -> double {
-    return static_cast<float>(entry.kepler.*Field);
-};
+inline constexpr auto narrowK =
+    [](const auto& entry) -> double { return static_cast<float>(entry.kepler.*Field); };
 template <auto Field>
-inline constexpr auto narrowOwn = [](const auto& entry) -> double { return static_cast<float>(entry.*Field); };
+inline constexpr auto narrowOwn =
+    [](const auto& entry) -> double { return static_cast<float>(entry.*Field); };
 // One bit of the L2 flags, as 0 or 1.
 template <int Bit>
 inline constexpr auto l2Bit = [](const auto& entry) -> double { return (entry.kepler.l2Flags >> Bit) & 1; };
@@ -107,9 +107,11 @@ using G = GpsEphemeris;
 inline constexpr std::array<Column<G>, 3> gpsShiftedClock = {columns::shiftedAf0, k<&K::af1>, k<&K::af2>};
 inline constexpr OrbitLine<G> gpsRateAnomaly = {narrowOwn<&G::adot>, k<&K::Crs>, k<&K::deltaN>, k<&K::M0>};
 inline constexpr OrbitLine<G> gpsCnavNode = {own<&G::cnavToe>, k<&K::Cic>, k<&K::Omega0>, k<&K::Cis>};
-inline constexpr OrbitLine<G> gpsRates = {k<&K::IDOT>, own<&G::deltaNDot>, own<&G::uraiNed0>, own<&G::uraiNed1>};
+inline constexpr OrbitLine<G> gpsRates = {k<&K::IDOT>, own<&G::deltaNDot>, own<&G::uraiNed0>,
+                                          own<&G::uraiNed1>};
 inline constexpr OrbitLine<G> gpsHealth = {own<&G::uraiEd>, k<&K::health>, k<&K::tgd>, own<&G::uraiNed2>};
-inline constexpr OrbitLine<G> gpsIsc = {own<&G::iscL1ca>, own<&G::iscL2c>, own<&G::iscL5i5>, own<&G::iscL5q5>};
+inline constexpr OrbitLine<G> gpsIsc = {own<&G::iscL1ca>, own<&G::iscL2c>, own<&G::iscL5i5>,
+                                        own<&G::iscL5q5>};
 // Deliberate: the fit interval stands where the standard has the transmission time, which is not printed.
 inline constexpr OrbitLine<G> gpsFitAndWeek = {own<&G::fitInterval>, k<&K::week>};
 
@@ -140,7 +142,8 @@ inline constexpr std::array<RecordForm<G>, 3> gps = {{
     {NavType::cnv2, gpsShiftedClock, gpsCnv2},
 }};
 
-inline constexpr RecordForm<NavicEphemeris> navic = {NavType::lnav, clock<NavicEphemeris>, lnav<NavicEphemeris>};
+inline constexpr RecordForm<NavicEphemeris> navic = {NavType::lnav, clock<NavicEphemeris>,
+                                                     lnav<NavicEphemeris>};
 
 // ---- Galileo ----
 

@@ -75,9 +75,8 @@ void orderByType(Slots& order, const std::vector<GalileoEphemeris>& entries) {
         return satelliteOf(entries[a]) == satelliteOf(entries[b]) && satelliteOf(entries[a]) != 0;
     };
     const auto withoutBit0 = [&](std::size_t slot) { return (entries[slot].navFlags & 0x01U) == 0; };
-    forEachRun(order.begin(), order.end(), sameSatellite, [&](SlotIterator begin, SlotIterator end) {
-        std::stable_partition(begin, end, withoutBit0);
-    });
+    forEachRun(order.begin(), order.end(), sameSatellite,
+               [&](SlotIterator begin, SlotIterator end) { std::stable_partition(begin, end, withoutBit0); });
 }
 
 template <class Entry>

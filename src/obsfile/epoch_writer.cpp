@@ -66,7 +66,7 @@ char* writePresentSlot(char* out, const SatEpochRecord& record, std::size_t slot
     fillBlanks(out, slotColumns);
     out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::pseudorange, slot)), 14);
     out = writeNumber(out, record.at(ObsRow::phase, slot), 16);  // can show -0.000
-    out += 1;                                                    // the loss-of-lock indicator is never written
+    out += 1;  // the loss-of-lock indicator is never written
     out = writeDigit(out, record.strengthIndex[slot]);
     out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::doppler, slot)), 14);
     out += 3;
@@ -138,8 +138,9 @@ void writeEpoch(TextWriter& out, std::int32_t epochFlag, const EpochTables& tabl
         if (!included[c] || tables.survey.obsCodeCount[c] == 0) {
             continue;
         }
-        writeSatelliteLines(out, tables.store.records(row.constellation).first(writtenRecords), systemLetters[c],
-                            row.slots, row.byCodeList ? &tables.survey.codes(row.constellation) : nullptr);
+        writeSatelliteLines(out, tables.store.records(row.constellation).first(writtenRecords),
+                            systemLetters[c], row.slots,
+                            row.byCodeList ? &tables.survey.codes(row.constellation) : nullptr);
     }
 }
 

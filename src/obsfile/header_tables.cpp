@@ -80,8 +80,8 @@ void countUses(SignalSurvey& survey) {
         for (std::size_t band = 0; band < bands; ++band) {
             const auto entries = std::span(survey.signalSatellites[c][band]).first(listedEntries);
             const auto used = std::ranges::count_if(entries, [&](std::int32_t number) {
-                const bool unknown = constellation == Constellation::glonass && band < bandCount &&
-                                     number == unknownSlot;
+                const bool unknown =
+                    constellation == Constellation::glonass && band < bandCount && number == unknownSlot;
                 return number != 0 && !unknown;
             });
             survey.signalUseCount[c][band] = static_cast<std::uint32_t>(used);
@@ -235,7 +235,8 @@ void writeBeidouPhaseShift(TextWriter& out, std::size_t position, std::size_t ba
     if (const std::uint32_t satellites = countOf(inSecond); satellites != 0) {
         storedShift = static_cast<float>(static_cast<double>(storedShift) - passes.loweredBy);
         writeBeidouPass(out, codes[position + secondPhaseBehindPhase].view(),
-                        static_cast<double>(storedShift) + secondPassShift, list, useCount, satellites, inSecond);
+                        static_cast<double>(storedShift) + secondPassShift, list, useCount, satellites,
+                        inSecond);
     }
 }
 

@@ -22,8 +22,8 @@ struct ObservationHeaderTables {
     const ReceiverClocks& clocks;
     const SystemPresence& presence;
     std::int32_t lastLeapSeconds;
-    SignalSurvey& survey;           // BeiDou's code count, the use counts and a phase shift are changed
-    GlonassSlotTable& slots;        // sorted in place
+    SignalSurvey& survey;     // BeiDou's code count, the use counts and a phase shift are changed
+    GlonassSlotTable& slots;  // sorted in place
 };
 
 // Writes the whole header, with `interval` in seconds for "INTERVAL", and sets `headerDone`. While

@@ -55,10 +55,10 @@ inline constexpr double rangeOffsetBeidouNavic = 0.105;
 inline constexpr double rangeDeltaUnit = 1e-11;
 inline constexpr double rangeDeltaOffset = 2e-7;
 
-inline constexpr double dopplerUnit = 1e-4;                  // Hz per count
-inline constexpr double phaseUnit = 9.094947017729282e-13;   // 2^-40 s per count
-inline constexpr double strengthUnit = 0.25;                 // dB-Hz per count
-inline constexpr double strengthPerDigit = 6.0;              // dB-Hz per RINEX strength digit
+inline constexpr double dopplerUnit = 1e-4;                 // Hz per count
+inline constexpr double phaseUnit = 9.094947017729282e-13;  // 2^-40 s per count
+inline constexpr double strengthUnit = 0.25;                // dB-Hz per count
+inline constexpr double strengthPerDigit = 6.0;             // dB-Hz per RINEX strength digit
 
 static_assert(phaseUnit * 1099511627776.0 == 1.0, "the phase unit is 2 to the power -40");
 

@@ -25,8 +25,9 @@ constexpr std::size_t indexOf(Constellation constellation) {
 }
 
 constexpr PerConstellation<bool> includedConstellations(const RunOptions& options) {
-    return {options.includeGps,    options.includeGlonass, options.includeGalileo, options.includeQzss,
-            options.includeBeidou, options.includeNavic,   options.includeSbas,    options.includeGlonassCdma};
+    return {options.includeGps,  options.includeGlonass,    options.includeGalileo,
+            options.includeQzss, options.includeBeidou,     options.includeNavic,
+            options.includeSbas, options.includeGlonassCdma};
 }
 
 }  // namespace orbconv

@@ -55,24 +55,23 @@ TextWriter& TextWriter::blanks(int count) {
     return *this;
 }
 
-TextWriter& TextWriter::left(std::string_view value, int width) {
-    text(value);
-    return blanks(width - static_cast<int>(value.size()));
+TextWriter& TextWriter::left(std::string_view text, int width) {
+    return this->text(text).blanks(width - static_cast<int>(text.size()));
 }
 
-TextWriter& TextWriter::right(std::string_view value, int width) {
-    return padded(value, width, ' ');
+TextWriter& TextWriter::right(std::string_view text, int width) {
+    return padded(text, width, ' ');
 }
 
-TextWriter& TextWriter::padded(std::string_view value, int width, char fill) {
+TextWriter& TextWriter::padded(std::string_view text, int width, char fill) {
     const auto columns = static_cast<std::size_t>(std::max(width, 0));
-    if (value.size() < columns) {
-        const std::size_t missing = columns - value.size();
+    if (text.size() < columns) {
+        const std::size_t missing = columns - text.size();
         char* const out = reserve(missing);
         std::memset(out, fill, missing);
         commit(out + missing);
     }
-    return text(value);
+    return this->text(text);
 }
 
 TextWriter& TextWriter::integer(std::int64_t value, int width, char fill) {

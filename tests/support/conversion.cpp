@@ -99,7 +99,8 @@ Conversion runProgram(const std::vector<std::string>& arguments, std::string_vie
     return result;
 }
 
-Conversion convert(std::string_view log, const std::vector<std::string>& arguments, const std::string& logName) {
+Conversion convert(std::string_view log, const std::vector<std::string>& arguments,
+                   const std::string& logName) {
     std::vector<std::string> all = {"-f", logName};
     all.insert(all.end(), arguments.begin(), arguments.end());
     return runProgram(all, log, logName);
@@ -132,7 +133,8 @@ std::vector<std::string> Conversion::labelled(char letter, std::string_view labe
 
 std::vector<std::string> Conversion::body(char letter) const {
     std::vector<std::string> all = lines(letter);
-    const auto end = std::ranges::find_if(all, [](const std::string& line) { return line.ends_with("END OF HEADER"); });
+    const auto end =
+        std::ranges::find_if(all, [](const std::string& line) { return line.ends_with("END OF HEADER"); });
     return {end == all.end() ? end : end + 1, all.end()};
 }
 

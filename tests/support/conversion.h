@@ -27,7 +27,8 @@ struct Conversion {
     [[nodiscard]] std::vector<std::string> body(char letter) const;
 };
 
-// Converts `log` in a fresh folder, under the name `logName`, with the arguments "-f NAME" and then `arguments`.
+// Converts `log` in a fresh folder, under the name `logName`, with the arguments "-f NAME" and then
+// `arguments`.
 Conversion convert(std::string_view log, const std::vector<std::string>& arguments = {},
                    const std::string& logName = "site0010.log");
 
