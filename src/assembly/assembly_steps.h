@@ -41,8 +41,26 @@ void runStrengthStep(EpochAssembly& assembly, const StepInput& step);
 
 // ---- shared by the steps ----
 
-// The constellations that pass their gates in this run.
-EnabledConstellations enabledBy(const PerConstellation<StepGate>& gates, const RunOptions& options);
+// Calls action(constellation, entries) for every constellation that has entries in the step's walk and
+// passes its gate.
+template <class Action>
+void forEachConstellation(const EpochAssembly& assembly, const StepInput& step,
+                          const PerConstellation<StepGate>& gates, Action action) {
+    const PerConstellation<bool> included = includedConstellations(assembly.options);
+    for (std::size_t c = 0; c < constellationCount; ++c) {
+        const auto constellation = static_cast<Constellation>(c);
+        const auto entries = step.walk.of(constellation, step.count);
+        if (!entries.empty() && (included[c] || !gates[c].needsInclude) &&
+            passes(gates[c].versions, assembly.options.rinexVersion)) {
+            action(constellation, entries);
+        }
+    }
+}
+
+// Whether the walked entries hold one of the constellation.
+inline bool walks(const StepInput& step, Constellation constellation) {
+    return !step.walk.of(constellation, step.count).empty();
+}
 
 // Enters the SBAS and QZSS codes of a band and kind, for those of the two that the walked entries hold.
 void enterPlaceholderCodes(EpochAssembly& assembly, const StepInput& step, Kind kind);

@@ -15,77 +15,80 @@ std::int32_t negatedSum(std::int32_t a, std::int32_t b) {
     return static_cast<std::int32_t>(0U - sum);
 }
 
-double glonassCarrierMegahertz(double carrier, std::int32_t channel) {
-    if (carrier == glonassL1) {
-        return glonassL1Megahertz(channel);
+// A carrier in the unit of its system's formula: Hz, for GLONASS MHz.
+double carrierOf(const Carrier& carrier, std::int32_t channel) {
+    switch (carrier.kind) {
+        case CarrierKind::glonassL1: return glonassL1Megahertz(channel);
+        case CarrierKind::glonassL2: return glonassL2Megahertz(channel);
+        case CarrierKind::glonassL3: return glonassL3Megahertz;
+        case CarrierKind::fixed:
+        case CarrierKind::none: break;
     }
-    return carrier == glonassL2 ? glonassL2Megahertz(channel) : glonassL3Megahertz;
+    return carrier.hertz;
 }
 
-// Every formula turns the sign of the log's value. Where both carriers are the same the two operations are
-// carried out all the same: their rounding is part of the result.
-double scaledDoppler(std::int32_t raw, const WalkEntry& entry, std::size_t band) {
-    double carrier = dopplerCarriers[band][entry.constellation];
-    double reference = dopplerReferences[entry.constellation];
-    if (entry.system() == Constellation::glonass) {
-        const std::int32_t channel = entry.record->number;
-        carrier = glonassCarrierMegahertz(carrier, channel);
-        reference = glonassL1Megahertz(channel);
-    }
-    return raw * carrier / reference * dopplerUnit;
-}
+// Deliberate: DX looks at no flag, no version and no satellite number.
+constexpr PerConstellation<StepGate> referenceDopplerGates = {gates::always, gates::always, gates::always,
+                                                              gates::none,   gates::always, gates::always,
+                                                              gates::none,   gates::always};
 
 }  // namespace
 
 void runReferenceDopplerStep(EpochAssembly& assembly, const StepInput& step) {
-    // Deliberate: no flag, no version and no satellite number is looked at.
-    constexpr EnabledConstellations everyRecord = {true, true, true, false, true, true, false, true, false};
-    step.walk.forEach(step.count, everyRecord, [&](std::size_t i, const WalkEntry& entry) {
-        if (entry.record != nullptr) {
-            entry.record->touched = true;
-            entry.record->referenceDoppler = assembly.staging.element<std::int32_t>(step.row, i);
+    forEachConstellation(assembly, step, referenceDopplerGates, [&](Constellation, auto entries) {
+        for (const WalkEntry& entry : entries) {
+            if (entry.record != nullptr) {
+                entry.record->referenceDoppler =
+                    assembly.staging.element<std::int32_t>(step.row, entry.element);
+            }
         }
     });
 }
 
 void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step) {
     enterPlaceholderCodes(assembly, step, Kind::doppler);
-    const auto enabled = enabledBy(fullDopplerGates, assembly.options);
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        if (entry.record == nullptr) {
-            return;
-        }
-        if (entry.claim() == Claim::mismatch) {
-            if (entry.system() == Constellation::glonass) {
-                assembly.console << "----->>> "
-                                 << "Error glo dc" << '\n';
+    forEachConstellation(assembly, step, fullDopplerGates, [&](Constellation constellation, auto entries) {
+        const RecordName& name = fullDopplerNames[indexOf(constellation)];
+        for (const WalkEntry& entry : entries) {
+            if (entry.claim() == Claim::mismatch) {
+                if (constellation == Constellation::glonass && entry.record != nullptr) {
+                    assembly.console << "----->>> "
+                                     << "Error glo dc" << '\n';
+                }
+                continue;
             }
-            return;
+            writeName(*entry.record, 0, Kind::doppler, name);
+            const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
+            entry.record->at(ObsRow::doppler, 0) = negatedSum(raw, 0) * dopplerUnit;
         }
-        SatEpochRecord& record = *entry.record;
-        writeName(record, 0, Kind::doppler, fullDopplerNames[entry.constellation]);
-        const auto raw = assembly.staging.element<std::int32_t>(step.row, i);
-        record.at(ObsRow::doppler, 0) = negatedSum(raw, 0) * dopplerUnit;
     });
 }
 
 void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
     enterPlaceholderCodes(assembly, step, Kind::doppler);
     if (step.band == bandL && passes(VersionRule::any4, assembly.options.rinexVersion) &&
-        step.walk.holds(Constellation::glonass, step.count)) {
+        walks(step, Constellation::glonass)) {
         assembly.survey.codes(Constellation::glonass)[slotOf(bandL, Kind::doppler)] = {};
     }
-    const auto enabled = enabledBy(dopplerGates[step.band], assembly.options);
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        if (entry.claim() == Claim::mismatch) {
-            return;
-        }
-        SatEpochRecord& record = *entry.record;
-        writeName(record, step.band, Kind::doppler, dopplerNames[step.band][entry.constellation]);
-        const std::int32_t delta = assembly.staging.element<std::int16_t>(step.row, i);
-        record.at(ObsRow::doppler, step.band) =
-            scaledDoppler(negatedSum(record.referenceDoppler, delta), entry, step.band);
-    });
+    forEachConstellation(
+        assembly, step, dopplerGates[step.band], [&](Constellation constellation, auto entries) {
+            const std::size_t c = indexOf(constellation);
+            const Carrier& carrier = dopplerCarriers[step.band][c];
+            const Carrier& reference = dopplerReferences[c];
+            for (const WalkEntry& entry : entries) {
+                if (entry.claim() == Claim::mismatch) {
+                    continue;
+                }
+                SatEpochRecord& record = *entry.record;
+                writeName(record, step.band, Kind::doppler, dopplerNames[step.band][c]);
+                const std::int32_t delta = assembly.staging.element<std::int16_t>(step.row, entry.element);
+                // Every formula turns the sign of the log's value. Where both carriers are the same the two
+                // operations are carried out all the same: their rounding is part of the result.
+                const std::int32_t raw = negatedSum(record.referenceDoppler, delta);
+                record.at(ObsRow::doppler, step.band) = raw * carrierOf(carrier, record.number) /
+                                                        carrierOf(reference, record.number) * dopplerUnit;
+            }
+        });
 }
 
 }  // namespace orbconv

@@ -75,11 +75,13 @@ int entriesToWalk(const AssemblyStep& step, const MessageStaging& staging) {
 }
 
 void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps) {
-    const SatelliteWalk walk(assembly.staging, assembly.store);
+    int longest = 0;
     for (const AssemblyStep& step : steps) {
-        // The flag areas have room for more elements than the list; the walk never has.
-        const int count =
-            std::min(entriesToWalk(step, assembly.staging), static_cast<int>(SatelliteList::capacity));
+        longest = std::max(longest, entriesToWalk(step, assembly.staging));
+    }
+    const SatelliteWalk walk(assembly.staging, assembly.store, longest);
+    for (const AssemblyStep& step : steps) {
+        const int count = entriesToWalk(step, assembly.staging);
         if (count > 0) {
             step.run(assembly, {.walk = walk, .row = step.row, .band = step.band, .count = count});
         }
@@ -97,23 +99,13 @@ void assembleFlags(EpochAssembly& assembly) {
     runSteps(assembly, std::span(assemblySteps).first(flagSteps));
 }
 
-EnabledConstellations enabledBy(const PerConstellation<StepGate>& gates, const RunOptions& options) {
-    const PerConstellation<bool> included = includedConstellations(options);
-    EnabledConstellations enabled{};
-    for (std::size_t c = 0; c < constellationCount; ++c) {
-        enabled[c] =
-            passes(gates[c].versions, options.rinexVersion) && (included[c] || !gates[c].needsInclude);
-    }
-    return enabled;
-}
-
 void enterPlaceholderCodes(EpochAssembly& assembly, const StepInput& step, Kind kind) {
     const auto enter = [&](Constellation constellation, const PlaceholderCodes& codes, bool included) {
         const PlaceholderCode& code = codes[step.band][static_cast<std::size_t>(kind)];
         // The strengths of all bands but the first ask for the include flag too.
         const bool asksFlag = kind == Kind::strength && step.band != 0;
-        if (step.walk.holds(constellation, step.count) &&
-            passes(code.versions, assembly.options.rinexVersion) && (included || !asksFlag)) {
+        if (walks(step, constellation) && passes(code.versions, assembly.options.rinexVersion) &&
+            (included || !asksFlag)) {
             assembly.survey.codes(constellation)[slotOf(step.band, kind)] = code.text;
         }
     };

@@ -1,5 +1,7 @@
 #include "assembly/epoch_store.h"
 
+#include <bit>
+
 #include "log/satellite_lists.h"
 
 namespace orbconv {
@@ -10,23 +12,21 @@ void clearRecord(SatEpochRecord& record) {
     record.referenceDoppler = 0;
     record.signalFlags[0] &= ~signalPresentBit;
     record.number = 0;
-    record.touched = false;
 }
 
 void clearEpochRecords(EpochStore& store) {
+    constexpr std::uint64_t cleared = (std::uint64_t{1} << clearedRecords) - 1;
     for (std::size_t c = 0; c < constellationCount; ++c) {
-        for (SatEpochRecord& record : std::span(store.all).subspan(storeOffset[c], clearedRecords)) {
-            if (record.touched) {
-                clearRecord(record);
-            }
+        for (std::uint64_t due = store.touched[c] & cleared; due != 0; due &= due - 1) {
+            clearRecord(store.all[storeOffset[c] + static_cast<std::size_t>(std::countr_zero(due))]);
         }
+        store.touched[c] &= ~cleared;
     }
 }
 
 void assignGlonassSlots(const MessageStaging& staging, EpochStore& store) {
     const SatelliteList list(staging);
     const std::uint8_t* const slots = staging.body(rowOf("NN"));
-    const auto records = store.records(Constellation::glonass);
     std::size_t next = 0;  // into the records and the NN bytes: moves at GLONASS elements only
     for (int i = 0; i < list.count() && next < nnCapacity; ++i) {
         const auto element = static_cast<std::size_t>(i);
@@ -34,9 +34,9 @@ void assignGlonassSlots(const MessageStaging& staging, EpochStore& store) {
             continue;
         }
         const std::uint8_t slot = slots[next];
-        SatEpochRecord& record = records[next++];
-        if (claimRecord(&record, list.frequencyChannel(element)) != Claim::mismatch) {
-            record.gloSlotNumber = slot;
+        SatEpochRecord* const record = store.writable(Constellation::glonass, next++);
+        if (claimRecord(record, list.frequencyChannel(element)) != Claim::mismatch) {
+            record->gloSlotNumber = slot;
         }
     }
 }

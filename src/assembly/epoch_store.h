@@ -3,6 +3,7 @@
 // numbers in these records, by position; the epoch writer prints them.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <span>
@@ -64,8 +65,6 @@ struct SatEpochRecord {
     std::array<std::uint8_t, obsColumns> columnBytes{};  // nothing writes them
     // By band; bit 6: the signal is present.
     std::array<std::uint32_t, obsColumns> signalFlags{};
-    // Whether anything that clearRecord resets may differ from its cleared value.
-    bool touched = false;
 
     [[nodiscard]] double& at(ObsRow row, std::size_t column) {
         return obs[static_cast<std::size_t>(row) * obsColumns + column];
@@ -92,8 +91,14 @@ inline constexpr auto storeOffset = []() {
     return offset;
 }();
 
+static_assert(*std::max_element(storeCapacity.begin(), storeCapacity.end()) <= 64, "a bit for each record");
+
 struct EpochStore {
     std::array<SatEpochRecord, storeOffset.back() + storeCapacity.back()> all{};
+
+    // By constellation, a bit for each record that has been handed out to be written since it was cleared
+    // last. The others stand as a clear would leave them, so an epoch's clearing passes them over.
+    PerConstellation<std::uint64_t> touched{};
 
     [[nodiscard]] std::span<SatEpochRecord> records(Constellation constellation) {
         const std::size_t c = indexOf(constellation);
@@ -102,6 +107,16 @@ struct EpochStore {
     [[nodiscard]] std::span<const SatEpochRecord> records(Constellation constellation) const {
         const std::size_t c = indexOf(constellation);
         return std::span(all).subspan(storeOffset[c], storeCapacity[c]);
+    }
+
+    // The record at a position, to be written; null beyond the capacity of the array.
+    [[nodiscard]] SatEpochRecord* writable(Constellation constellation, std::size_t position) {
+        const std::size_t c = indexOf(constellation);
+        if (position >= storeCapacity[c]) {
+            return nullptr;
+        }
+        touched[c] |= std::uint64_t{1} << position;
+        return &all[storeOffset[c] + position];
     }
 };
 
@@ -128,7 +143,6 @@ inline Claim claimRecord(SatEpochRecord* record, std::int32_t number) {
     }
     if (record->number == 0) {
         record->number = number;
-        record->touched = true;
         return Claim::fresh;
     }
     return record->number == number ? Claim::own : Claim::mismatch;

@@ -40,42 +40,48 @@ std::int32_t strengthDigit(double strength) {
 }  // namespace
 
 void runFlagStep(EpochAssembly& assembly, const StepInput& step) {
-    const auto enabled = enabledBy(flagGates[step.band], assembly.options);
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        if (entry.record == nullptr) {
-            return;
-        }
-        std::uint32_t& flags = entry.record->signalFlags[step.band];
-        if (entry.claim() != Claim::mismatch) {
-            const std::uint32_t taken = takenFlagBits(entry.system(), step.band);
-            flags = (flags & ~taken) | (assembly.staging.element<std::uint16_t>(step.row, i) & taken);
-        }
-        // The word as it now stands counts, also after a mismatch.
-        if (assembly.surveying && (flags & signalPresentBit) != 0) {
-            noteSignal(assembly.survey, {.constellation = entry.system(),
-                                         .band = step.band,
-                                         .record = *entry.record,
-                                         .satelliteNumber = entry.number,
-                                         .position = entry.position});
-        }
-    });
+    forEachConstellation(
+        assembly, step, flagGates[step.band], [&](Constellation constellation, auto entries) {
+            const std::uint32_t taken = takenFlagBits(constellation, step.band);
+            for (const WalkEntry& entry : entries) {
+                if (entry.record == nullptr) {
+                    continue;
+                }
+                std::uint32_t& flags = entry.record->signalFlags[step.band];
+                if (entry.claim() != Claim::mismatch) {
+                    const auto word = assembly.staging.element<std::uint16_t>(step.row, entry.element);
+                    flags = (flags & ~taken) | (word & taken);
+                }
+                // The word as it now stands counts, also after a mismatch.
+                if (assembly.surveying && (flags & signalPresentBit) != 0) {
+                    noteSignal(assembly.survey, {.constellation = constellation,
+                                                 .band = step.band,
+                                                 .record = *entry.record,
+                                                 .satelliteNumber = entry.number,
+                                                 .position = entry.position});
+                }
+            }
+        });
 }
 
 void runStrengthStep(EpochAssembly& assembly, const StepInput& step) {
     enterPlaceholderCodes(assembly, step, Kind::strength);
-    const auto enabled = enabledBy(strengthGates[step.band], assembly.options);
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        const Claim claim = entry.claim();
-        if (claim == Claim::mismatch) {
-            return;
-        }
-        SatEpochRecord& record = *entry.record;
-        writeName(record, step.band, Kind::strength, strengthNames[step.band][entry.constellation]);
-        record.at(ObsRow::strength, step.band) =
-            assembly.staging.element<std::uint8_t>(step.row, i) * strengthUnit;
-        record.strengthIndex[step.band] =
-            strengthDigit(strengthForDigit(record, entry.system(), step.band, claim));
-    });
+    forEachConstellation(
+        assembly, step, strengthGates[step.band], [&](Constellation constellation, auto entries) {
+            const RecordName& name = strengthNames[step.band][indexOf(constellation)];
+            for (const WalkEntry& entry : entries) {
+                const Claim claim = entry.claim();
+                if (claim == Claim::mismatch) {
+                    continue;
+                }
+                SatEpochRecord& record = *entry.record;
+                writeName(record, step.band, Kind::strength, name);
+                const auto raw = assembly.staging.element<std::uint8_t>(step.row, entry.element);
+                record.at(ObsRow::strength, step.band) = raw * strengthUnit;
+                record.strengthIndex[step.band] =
+                    strengthDigit(strengthForDigit(record, constellation, step.band, claim));
+            }
+        });
 }
 
 }  // namespace orbconv

@@ -1,4 +1,8 @@
 // Carrier phases (cp to lp), and the phase shifts and satellites that the header prints.
+#include <algorithm>
+#include <optional>
+#include <span>
+
 #include "assembly/assembly_steps.h"
 
 namespace orbconv {
@@ -10,56 +14,57 @@ constexpr std::size_t bandL = 5;
 
 // The carrier phase in cycles of a time in seconds, before any shift. The GLONASS products are formed in
 // an order of their own.
-double cyclesOf(double t, double carrier, std::int32_t channel) {
-    if (carrier == glonassL1) {
-        return hertzPerMegahertz * glonassL1Megahertz(channel) * t;
+double cyclesOf(double t, const Carrier& carrier, std::int32_t channel) {
+    switch (carrier.kind) {
+        case CarrierKind::glonassL1: return hertzPerMegahertz * glonassL1Megahertz(channel) * t;
+        case CarrierKind::glonassL2: return hertzPerMegahertz * glonassL2Megahertz(channel) * t;
+        case CarrierKind::glonassL3: return hertzPerMegahertz * (t * glonassL3Megahertz);
+        case CarrierKind::fixed:
+        case CarrierKind::none: break;
     }
-    if (carrier == glonassL2) {
-        return hertzPerMegahertz * glonassL2Megahertz(channel) * t;
+    return t * carrier.hertz;
+}
+
+// What a step does beside the values, once for the constellation: the same constants again each time.
+struct PhaseBookkeeping {
+    std::size_t column;
+    std::optional<float> shift;
+    bool countsUse;
+};
+
+PhaseBookkeeping bookkeepingOf(Constellation constellation, std::size_t band) {
+    const std::size_t c = indexOf(constellation);
+    if (band == bandL && constellation == Constellation::galileo) {
+        // Deliberate: this branch, which no run takes, stores and counts in the column of the 3 band.
+        return {.column = band3, .shift = 0.0F, .countsUse = true};
     }
-    if (carrier == glonassL3) {
-        return hertzPerMegahertz * (t * glonassL3Megahertz);
-    }
-    return t * carrier;
+    return {.column = band, .shift = phaseShifts[band][c], .countsUse = phaseCountsUse[band][c]};
 }
 
 // The header's bookkeeping, done for every walked satellite, also one whose phase is dropped.
-void notePhase(SignalSurvey& survey, const WalkEntry& entry, std::size_t band) {
-    const std::size_t c = entry.constellation;
-    std::size_t column = band;
-    std::optional<float> shift = phaseShifts[band][c];
-    bool counts = phaseCountsUse[band][c];
-    if (band == bandL && entry.system() == Constellation::galileo) {
-        // Deliberate: this branch, which no run takes, stores and counts in the column of the 3 band.
-        column = band3;
-        shift = 0.0F;
-        counts = true;
+void notePhases(SignalSurvey& survey, Constellation constellation, std::size_t band,
+                std::span<const WalkEntry> entries) {
+    const std::size_t c = indexOf(constellation);
+    const PhaseBookkeeping bookkeeping = bookkeepingOf(constellation, band);
+    if (bookkeeping.shift) {
+        survey.phaseShiftValues[c][bookkeeping.column] = *bookkeeping.shift;
     }
-    if (shift) {
-        survey.phaseShiftValues[c][column] = *shift;
+    if (bookkeeping.countsUse) {
+        survey.signalUseCount[useCountRow(constellation)][bookkeeping.column] +=
+            static_cast<std::uint32_t>(entries.size());
     }
-    if (counts) {
-        ++survey.signalUseCount[useCountRow(entry.system())][column];
-    }
-    if (phaseListsSatellite[band][c] && entry.position < phaseShiftEntries(entry.system(), band)) {
-        survey.phaseShiftSatellites[c][band][entry.position] = entry.number;
+    if (phaseListsSatellite[band][c]) {
+        const std::size_t listed = std::min(entries.size(), phaseShiftEntries(constellation, band));
+        for (const WalkEntry& entry : entries.first(listed)) {
+            survey.phaseShiftSatellites[c][band][entry.position] = entry.number;
+        }
     }
 }
 
-void storePhase(const WalkEntry& entry, std::size_t band, std::int32_t raw) {
-    const double carrier = phaseCarriers[band][entry.constellation];
-    SatEpochRecord& record = *entry.record;
-    writeName(record, band, Kind::phase, phaseNames[band][entry.constellation]);
-    if (carrier == noCarrier) {
-        return;
-    }
-    const double t = raw * phaseUnit + record.clockOffset;
-    double cycles = cyclesOf(t, carrier, record.number);
-    cycles += static_cast<double>(phaseShifts[band][entry.constellation].value_or(0.0F));
-    if (entry.system() == Constellation::beidou && beidouExtraPhases[band].satellites.holds(record.number)) {
-        cycles += beidouExtraPhases[band].cycles;
-    }
-    record.at(ObsRow::phase, band) = cycles;
+// What is added to the cycles of a satellite behind the shift.
+double extraPhase(Constellation constellation, std::size_t band, std::int32_t number) {
+    const BeidouExtraPhase& extra = beidouExtraPhases[band];
+    return constellation == Constellation::beidou && extra.satellites.holds(number) ? extra.cycles : 0.0;
 }
 
 }  // namespace
@@ -67,17 +72,33 @@ void storePhase(const WalkEntry& entry, std::size_t band, std::int32_t raw) {
 void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
     SignalSurvey& survey = assembly.survey;
     enterPlaceholderCodes(assembly, step, Kind::phase);
-    const auto enabled = enabledBy(phaseGates[step.band], assembly.options);
-    if (step.band == bandL && enabled[indexOf(Constellation::glonass)] &&
-        step.walk.holds(Constellation::glonass, step.count)) {
-        survey.codes(Constellation::glonass)[slotOf(bandL, Kind::phase)] = {};
-    }
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        notePhase(survey, entry, step.band);
-        if (hasRecords(entry.system()) && entry.claim() != Claim::mismatch) {
-            storePhase(entry, step.band, assembly.staging.element<std::int32_t>(step.row, i));
-        }
-    });
+    forEachConstellation(
+        assembly, step, phaseGates[step.band], [&](Constellation constellation, auto entries) {
+            const std::size_t c = indexOf(constellation);
+            notePhases(survey, constellation, step.band, entries);
+            if (step.band == bandL && constellation == Constellation::glonass) {
+                survey.codes(constellation)[slotOf(bandL, Kind::phase)] = {};
+            }
+            if (!hasRecords(constellation)) {
+                return;
+            }
+            const Carrier& carrier = phaseCarriers[step.band][c];
+            const auto shift = static_cast<double>(phaseShifts[step.band][c].value_or(0.0F));
+            const RecordName& name = phaseNames[step.band][c];
+            for (const WalkEntry& entry : entries) {
+                if (entry.claim() == Claim::mismatch) {
+                    continue;
+                }
+                SatEpochRecord& record = *entry.record;
+                writeName(record, step.band, Kind::phase, name);
+                if (carrier.kind != CarrierKind::none) {
+                    const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
+                    const double t = raw * phaseUnit + record.clockOffset;
+                    record.at(ObsRow::phase, step.band) = cyclesOf(t, carrier, record.number) + shift +
+                                                          extraPhase(constellation, step.band, record.number);
+                }
+            }
+        });
 }
 
 }  // namespace orbconv

@@ -1,4 +1,6 @@
 // Pseudoranges: the full values rc and rx, and the differences 1r to lr.
+#include <algorithm>
+
 #include "assembly/assembly_steps.h"
 
 namespace orbconv {
@@ -10,69 +12,94 @@ constexpr std::size_t band2 = 2;
 constexpr std::size_t band3 = 3;
 
 // The time of flight in seconds of a full range field.
-double timeOfFlight(std::int32_t raw, std::uint8_t constellation) {
-    const RangeScale& scale = rangeScales[constellation];
+double timeOfFlight(std::int32_t raw, const RangeScale& scale) {
     return raw * scale.unit + scale.offset;
 }
+
+// Remembers the elements of 1r and 2r: what stays is the last one in the order of the list.
+class LastDelta {
+public:
+    void note(std::span<const WalkEntry> entries) { last_ = std::max(last_, int{entries.back().element}); }
+    void store(const MessageStaging& staging, std::size_t row, std::int16_t& cell) const {
+        if (last_ >= 0) {
+            cell = staging.element<std::int16_t>(row, static_cast<std::size_t>(last_));
+        }
+    }
+
+private:
+    int last_ = -1;
+};
+
+// rx asks for the include flag alone, whatever the version.
+constexpr PerConstellation<StepGate> clockOffsetGates = {gates::included, gates::included, gates::included,
+                                                         gates::none,     gates::included, gates::included,
+                                                         gates::none,     gates::included};
 
 }  // namespace
 
 void runFullRangeStep(EpochAssembly& assembly, const StepInput& step) {
-    const auto enabled = enabledBy(fullRangeGates, assembly.options);
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        // Deliberate: this step alone takes the satellite byte unsigned for GLONASS too, so that a negative
-        // channel does not match the record that an earlier step claimed.
-        if (claimRecord(entry.record, entry.rawNumber) != Claim::mismatch) {
-            const auto raw = assembly.staging.element<std::int32_t>(step.row, i);
-            entry.record->at(ObsRow::pseudorange, 0) = timeOfFlight(raw, entry.constellation) * speedOfLight;
+    forEachConstellation(assembly, step, fullRangeGates, [&](Constellation constellation, auto entries) {
+        const RangeScale scale = rangeScales[indexOf(constellation)];
+        for (const WalkEntry& entry : entries) {
+            // Deliberate: this step alone takes the satellite byte unsigned for GLONASS too, so that a
+            // negative channel does not match the record that an earlier step claimed.
+            if (claimRecord(entry.record, entry.rawNumber) != Claim::mismatch) {
+                const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
+                entry.record->at(ObsRow::pseudorange, 0) = timeOfFlight(raw, scale) * speedOfLight;
+            }
         }
     });
 }
 
 void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
-    EnabledConstellations enabled{};
-    const PerConstellation<bool> included = includedConstellations(assembly.options);
-    for (std::size_t c = 0; c < constellationCount; ++c) {
-        enabled[c] = included[c] && hasRecords(static_cast<Constellation>(c));
-    }
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        if (entry.record == nullptr) {
-            return;
+    forEachConstellation(assembly, step, clockOffsetGates, [&](Constellation constellation, auto entries) {
+        const RangeScale scale = rangeScales[indexOf(constellation)];
+        for (const WalkEntry& entry : entries) {
+            if (entry.record == nullptr) {
+                continue;
+            }
+            // Deliberate: the record at the position is written whichever satellite has claimed it.
+            const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
+            const double t = timeOfFlight(raw, scale);
+            entry.record->clockOffset = t;
+            entry.record->at(ObsRow::pseudorange, 0) = t * speedOfLight;
         }
-        // Deliberate: the record at the position is written whichever satellite has claimed it.
-        SatEpochRecord& record = *entry.record;
-        const double t =
-            timeOfFlight(assembly.staging.element<std::int32_t>(step.row, i), entry.constellation);
-        record.touched = true;
-        record.clockOffset = t;
-        record.at(ObsRow::pseudorange, 0) = t * speedOfLight;
     });
 }
 
 void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step) {
     SignalSurvey& survey = assembly.survey;
     enterPlaceholderCodes(assembly, step, Kind::code);
-    if (step.band == band3 && step.walk.holds(Constellation::glonass, step.count)) {
+    if (step.band == band3 && walks(step, Constellation::glonass)) {
         // Deliberate: any 3r of a GLONASS satellite lists the code, whatever the flags say.
         survey.codes(Constellation::glonass)[slotOf(band3, Kind::code)] = "C2P";
     }
-    const auto enabled = enabledBy(rangeDeltaGates[step.band], assembly.options);
-    step.walk.forEach(step.count, enabled, [&](std::size_t i, const WalkEntry& entry) {
-        auto delta = assembly.staging.element<std::int16_t>(step.row, i);
-        if (step.band == band1) {
-            survey.lastRangeDelta = delta;
-        } else if (step.band == band2) {
-            // Deliberate: the second band's own difference has no effect. All its satellites take the last
-            // one that 1r left.
-            survey.secondRangeDelta = delta;
-            delta = survey.lastRangeDelta;
-        }
-        if (hasRecords(entry.system()) && entry.claim() != Claim::mismatch) {
-            SatEpochRecord& record = *entry.record;
-            record.at(ObsRow::pseudorange, step.band) =
-                (delta * rangeDeltaUnit + rangeDeltaOffset + record.clockOffset) * speedOfLight;
-        }
-    });
+    LastDelta last;
+    forEachConstellation(
+        assembly, step, rangeDeltaGates[step.band], [&](Constellation constellation, auto entries) {
+            last.note(entries);
+            if (!hasRecords(constellation)) {
+                return;
+            }
+            for (const WalkEntry& entry : entries) {
+                if (entry.claim() == Claim::mismatch) {
+                    continue;
+                }
+                // Deliberate: the second band's own difference has no effect. All its satellites take the
+                // last one that 1r left.
+                const std::int16_t delta =
+                    step.band == band2 ? survey.lastRangeDelta
+                                       : assembly.staging.element<std::int16_t>(step.row, entry.element);
+                SatEpochRecord& record = *entry.record;
+                record.at(ObsRow::pseudorange, step.band) =
+                    (delta * rangeDeltaUnit + rangeDeltaOffset + record.clockOffset) * speedOfLight;
+            }
+        });
+    if (step.band == band1) {
+        last.store(assembly.staging, step.row, survey.lastRangeDelta);
+    } else if (step.band == band2) {
+        last.store(assembly.staging, step.row, survey.secondRangeDelta);
+    }
 }
 
 }  // namespace orbconv

@@ -42,7 +42,9 @@ void sortRun(std::span<SatEpochRecord> run, RecordKey key) {
     }
 }
 
-void sortRecords(std::span<SatEpochRecord> records, RecordKey key) {
+// A run that moves takes records that were not handed out with it, so all of it counts as touched.
+void sortRecords(EpochStore& store, Constellation constellation, RecordKey key) {
+    const auto records = store.records(constellation);
     const auto isFree = [key](const SatEpochRecord& record) { return record.*key == 0; };
     auto begin = records.begin();
     while (begin != records.end()) {
@@ -53,6 +55,9 @@ void sortRecords(std::span<SatEpochRecord> records, RecordKey key) {
         };
         if (!std::is_sorted(begin, end, byKey)) {
             sortRun({begin, end}, key);
+            for (auto moved = begin; moved != end; ++moved) {
+                store.touched[indexOf(constellation)] |= std::uint64_t{1} << (moved - records.begin());
+            }
         }
         begin = end;
     }
@@ -79,7 +84,6 @@ void copyBit(std::uint32_t& destination, std::uint32_t source, std::uint32_t bit
 // column 0 of the next row, for the last row in the first two strength digits, for the flags in the number
 // of the next record.
 void foldRecord(SatEpochRecord& glonass, SatEpochRecord& nextGlonass, const SatEpochRecord& cdma) {
-    glonass.touched = true;
     for (std::size_t b = 0; b < bandCount; ++b) {
         const std::size_t column = bandCount + b;
         if (column < obsColumns) {
@@ -88,7 +92,6 @@ void foldRecord(SatEpochRecord& glonass, SatEpochRecord& nextGlonass, const SatE
             auto number = static_cast<std::uint32_t>(nextGlonass.number);
             copyBit(number, cdma.signalFlags[b], signalPresentBit);
             nextGlonass.number = static_cast<std::int32_t>(number);
-            nextGlonass.touched = true;
         }
         glonass.strengthIndex[column] = cdma.strengthIndex[b];
         for (std::size_t row = 0; row < obsRows; ++row) {
@@ -114,11 +117,11 @@ SatEpochRecord& copyRecord(SatEpochRecord& destination, const SatEpochRecord& so
 
 void sortEpochRecords(const RunOptions& options, MessageStaging& staging, EpochStore& store,
                       SignalSurvey& survey) {
-    sortRecords(store.records(Constellation::gps), &SatEpochRecord::number);
-    sortRecords(store.records(Constellation::glonass), &SatEpochRecord::gloSlotNumber);
-    sortRecords(store.records(Constellation::galileo), &SatEpochRecord::number);
-    sortRecords(store.records(Constellation::beidou), &SatEpochRecord::number);
-    sortRecords(store.records(Constellation::navic), &SatEpochRecord::number);
+    sortRecords(store, Constellation::gps, &SatEpochRecord::number);
+    sortRecords(store, Constellation::glonass, &SatEpochRecord::gloSlotNumber);
+    sortRecords(store, Constellation::galileo, &SatEpochRecord::number);
+    sortRecords(store, Constellation::beidou, &SatEpochRecord::number);
+    sortRecords(store, Constellation::navic, &SatEpochRecord::number);
 
     const SatelliteList list(staging);
     const PerConstellation<bool> included = includedConstellations(options);
@@ -161,7 +164,8 @@ void mergeGlonassCdma(EpochStore& store, SignalSurvey& survey) {
     for (std::size_t i = 0; i < foldedRecords; ++i) {
         for (const SatEpochRecord& cdma : store.records(Constellation::glonassCdma)) {
             if (cdma.number == glonass[i].number) {
-                foldRecord(glonass[i], glonass[i + 1], cdma);
+                foldRecord(*store.writable(Constellation::glonass, i),
+                           *store.writable(Constellation::glonass, i + 1), cdma);
             }
         }
     }

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "assembly/epoch_store.h"
 #include "assembly/signal_plan.h"
@@ -12,78 +13,41 @@
 
 namespace orbconv {
 
-// The place of an unknown system code in per-constellation tables of the walk.
-inline constexpr std::size_t noConstellation = constellationCount;
-
-// Which constellations a step takes; never noConstellation.
-using EnabledConstellations = std::array<bool, constellationCount + 1>;
-
 // No step stores a value for SBAS or QZSS, although the store has arrays for them.
 constexpr bool hasRecords(Constellation constellation) {
     return constellation != Constellation::sbas && constellation != Constellation::qzss;
 }
 
 struct WalkEntry {
-    SatEpochRecord* record = nullptr;  // null beyond the capacity of the array, and for unknown codes
-    std::int32_t number = 0;           // signed for GLONASS, where it is the channel
-    std::uint8_t rawNumber = 0;        // the byte as the list has it
-    std::uint8_t constellation = noConstellation;
-    std::uint8_t position = 0;  // among the entries of its constellation
+    SatEpochRecord* record;  // null beyond the capacity of the array
+    std::int32_t number;     // signed for GLONASS, where it is the channel
+    std::uint8_t rawNumber;  // the byte as the list has it
+    std::uint8_t element;    // place in the list, and in every message's array
+    std::uint8_t position;   // place among the entries of its constellation
 
-    [[nodiscard]] Constellation system() const { return static_cast<Constellation>(constellation); }
     [[nodiscard]] Claim claim() const { return claimRecord(record, number); }
 };
 
-// Made once an epoch. A step takes a constellation as a whole or not at all, so an entry's position, and
-// with it its record, is the same for every step.
+// Made once an epoch, out of the first `entries` entries of the list (at most 180). A step takes a
+// constellation as a whole or not at all, so an entry's position, and with it its record, is the same for
+// every step, and the constellations can be walked one after the other.
 class SatelliteWalk {
 public:
-    SatelliteWalk(const MessageStaging& staging, EpochStore& store);
+    SatelliteWalk(const MessageStaging& staging, EpochStore& store, int entries);
 
-    // Calls action(i, entry) for the first `count` entries of the enabled constellations.
-    template <class Action>
-    void forEach(int count, const EnabledConstellations& enabled, Action action) const {
-        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-            const WalkEntry& entry = entries_[i];
-            if (enabled[entry.constellation]) {
-                action(i, entry);
-            }
+    // The constellation's entries among the first `count` of the list, in their order.
+    [[nodiscard]] std::span<const WalkEntry> of(Constellation constellation, int count) const {
+        const std::size_t c = indexOf(constellation);
+        std::size_t end = begin_[c + 1];
+        while (end > begin_[c] && entries_[end - 1].element >= count) {
+            --end;
         }
-    }
-
-    // Whether the first `count` entries hold one of the constellation.
-    [[nodiscard]] bool holds(Constellation constellation, int count) const {
-        return firstEntry_[indexOf(constellation)] < static_cast<std::size_t>(count);
+        return std::span(entries_).subspan(begin_[c], end - begin_[c]);
     }
 
 private:
-    std::array<WalkEntry, SatelliteList::capacity> entries_;
-    std::array<std::size_t, constellationCount + 1> firstEntry_{};
+    std::array<WalkEntry, SatelliteList::capacity> entries_;  // by constellation
+    std::array<std::size_t, constellationCount + 1> begin_{};
 };
-
-inline SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store) {
-    const SatelliteList list(staging);
-    firstEntry_.fill(entries_.size());
-    std::array<std::uint8_t, constellationCount> cursor{};
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        const auto constellation = constellationOfCode(list.systemCode(i));
-        if (!constellation) {
-            continue;
-        }
-        const std::size_t c = indexOf(*constellation);
-        const bool isGlonass = *constellation == Constellation::glonass;
-        const std::uint8_t position = cursor[c]++;
-        entries_[i] = {
-            .record = position < storeCapacity[c] ? &store.all[storeOffset[c] + position] : nullptr,
-            .number =
-                isGlonass ? list.frequencyChannel(i) : static_cast<std::int32_t>(list.satelliteNumber(i)),
-            .rawNumber = list.satelliteNumber(i),
-            .constellation = static_cast<std::uint8_t>(c),
-            .position = position};
-        if (position == 0) {
-            firstEntry_[c] = i;
-        }
-    }
-}
 
 }  // namespace orbconv

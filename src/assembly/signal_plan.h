@@ -290,14 +290,24 @@ inline constexpr PerConstellation<RangeScale> rangeScales = {{
 
 // ---- carriers ----
 
-// A carrier in Hz, or one of the three GLONASS carriers, the first two of which depend on the channel. 0 is none.
-inline constexpr double noCarrier = 0.0;
-inline constexpr double glonassL1 = -1.0;
-inline constexpr double glonassL2 = -2.0;
-inline constexpr double glonassL3 = -3.0;
+// A carrier: fixed, or one of the three of GLONASS, the first two of which depend on the channel.
+enum class CarrierKind : std::uint8_t { none, fixed, glonassL1, glonassL2, glonassL3 };
+struct Carrier {
+    CarrierKind kind = CarrierKind::none;
+    double hertz = 0.0;  // of a fixed one
+    constexpr Carrier() = default;
+    // NOLINTNEXTLINE(*-explicit-*): a fixed carrier is written as its constant
+    constexpr Carrier(double fixedHertz) : kind(CarrierKind::fixed), hertz(fixedHertz) {}
+    // NOLINTNEXTLINE(*-explicit-*): the others as their kind
+    constexpr Carrier(CarrierKind carrierKind) : kind(carrierKind) {}
+};
+inline constexpr CarrierKind noCarrier = CarrierKind::none;
+inline constexpr CarrierKind glonassL1 = CarrierKind::glonassL1;
+inline constexpr CarrierKind glonassL2 = CarrierKind::glonassL2;
+inline constexpr CarrierKind glonassL3 = CarrierKind::glonassL3;
 
 // The carrier that turns a phase from seconds to cycles. NavIC uses the S band for every band but 5 and l.
-inline constexpr PerBand<double> phaseCarriers = {{
+inline constexpr PerBand<Carrier> phaseCarriers = {{
     {{carrierGpsL1, glonassL1, carrierGpsL1,      noCarrier, carrierBeidouB1I,  carrierNavicS,  noCarrier, carrierGlonassCdmaL1}},
     {{carrierGpsL1, glonassL1, carrierGalileoE5,  noCarrier, carrierBeidouB2ab, carrierNavicS,  noCarrier, noCarrier}},
     {{carrierGpsL2, glonassL2, carrierGalileoE5b, noCarrier, carrierBeidouB2b,  carrierNavicS,  noCarrier, noCarrier}},
@@ -307,8 +317,8 @@ inline constexpr PerBand<double> phaseCarriers = {{
 }};
 
 // The carrier that a Doppler difference is scaled to; it comes from the reference below.
-inline constexpr PerBand<double> dopplerCarriers = phaseCarriers;
-inline constexpr PerConstellation<double> dopplerReferences =
+inline constexpr PerBand<Carrier> dopplerCarriers = phaseCarriers;
+inline constexpr PerConstellation<Carrier> dopplerReferences =
     {carrierGpsL1, glonassL1, carrierGpsL1, noCarrier, carrierBeidouB1I, carrierNavicL1, noCarrier, carrierGlonassCdmaL1};
 
 // ---- phase shifts ----

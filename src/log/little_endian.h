@@ -5,6 +5,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 namespace orbconv {
@@ -30,12 +31,16 @@ struct UnsignedOfWidth<8> {
 };
 }  // namespace detail
 
-// The number of type T whose lowest byte stands at `bytes`. Compilers turn this into one load where the
-// host allows it.
+// The number of type T whose lowest byte stands at `bytes`.
 template <class T>
 requires std::integral<T> || std::floating_point<T>
 constexpr T loadLittleEndian(const std::uint8_t* bytes) {
     using Unsigned = typename detail::UnsignedOfWidth<sizeof(T)>::Type;
+    if (std::endian::native == std::endian::little && !std::is_constant_evaluated()) {
+        T value;
+        std::memcpy(&value, bytes, sizeof value);  // one load, where GCC makes a loop of the shifts
+        return value;
+    }
     std::uint64_t value = 0;
     for (std::size_t i = 0; i < sizeof(T); ++i) {
         value |= static_cast<std::uint64_t>(bytes[i]) << (8 * i);

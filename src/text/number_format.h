@@ -4,6 +4,9 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
+
+#include "text/exact_decimal.h"
 
 namespace orbconv {
 
@@ -25,9 +28,35 @@ char* formatFixed(char* out, double value, int decimals);
 // sign and at least two digits. Needs room for maxNumberText characters; returns the end of the text.
 char* formatScientific(char* out, double value, int precision, char exponentLetter);
 
-// Writes `value` with three decimals right-justified into `width` columns that the caller has already
-// filled with blanks, and returns the end of the text: field + width, or further if the text is wider than
-// its field. Needs room for maxNumberText characters from `field`. This is the hot path of the program.
-char* formatFixed3IntoBlanks(char* field, double value, int width);
+// The same as formatFixed, right-justified into `width` columns that the caller has already filled with
+// blanks: returns field + width, or further if the text is wider than its field. Needs room for
+// maxNumberText characters from `field`.
+char* formatRightIntoBlanks(char* field, double value, int decimals, int width);
+
+// formatRightIntoBlanks with three decimals, made in place wherever the number fits. This is the hot path of
+// the program.
+inline char* formatFixed3IntoBlanks(char* field, double value, int width) {
+    constexpr std::uint64_t thousand = 1000;
+    const decimal::Binary binary = decimal::takeApart(value);
+    if (binary.exponent >= 0 || width < decimal::narrowestField) [[unlikely]] {  // huge, or no number
+        return formatRightIntoBlanks(field, value, 3, width);
+    }
+    const std::uint64_t scaled = decimal::scaledToInteger(binary, thousand);
+    const std::uint64_t whole = scaled / thousand;
+    const std::uint64_t thousandths = scaled - whole * thousand;
+    if (whole >= decimal::wholeLimit(width)) [[unlikely]] {
+        return formatRightIntoBlanks(field, value, 3, width);
+    }
+    char* const end = field + width;
+    char* out = end - 2;
+    std::memcpy(out, &decimal::digitPairs[2 * (thousandths % 100)], 2);
+    *--out = static_cast<char>('0' + thousandths / 100);
+    *--out = '.';
+    out = decimal::digitsBackwards(out, whole);
+    if (binary.negative) {
+        *--out = '-';
+    }
+    return end;
+}
 
 }  // namespace orbconv

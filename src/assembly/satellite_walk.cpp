@@ -1,0 +1,36 @@
+#include "assembly/satellite_walk.h"
+
+namespace orbconv {
+
+// NOLINTNEXTLINE(*-member-init): entries are filled as far as they are used
+SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, int entries) {
+    const SatelliteList list(staging);
+    const auto count = static_cast<std::size_t>(entries);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (const auto constellation = constellationOfCode(list.systemCode(i))) {
+            ++begin_[indexOf(*constellation) + 1];
+        }
+    }
+    for (std::size_t c = 0; c < constellationCount; ++c) {
+        begin_[c + 1] += begin_[c];
+    }
+    // The ConstellationCursor of each constellation: how many of its entries have been met.
+    std::array<std::uint8_t, constellationCount> cursor{};
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto constellation = constellationOfCode(list.systemCode(i));
+        if (!constellation) {
+            continue;
+        }
+        const std::size_t c = indexOf(*constellation);
+        const bool byChannel = *constellation == Constellation::glonass;
+        const std::uint8_t position = cursor[c]++;
+        entries_[begin_[c] + position] = {
+            .record = store.writable(*constellation, position),
+            .number = byChannel ? list.frequencyChannel(i) : std::int32_t{list.satelliteNumber(i)},
+            .rawNumber = list.satelliteNumber(i),
+            .element = static_cast<std::uint8_t>(i),
+            .position = position};
+    }
+}
+
+}  // namespace orbconv

@@ -1,0 +1,84 @@
+// Exact decimal formatting by integer arithmetic: the core of the number formatters, inline because the
+// hot path of the program is one such number after another.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace orbconv::decimal {
+
+inline constexpr int significandBits = 52;
+inline constexpr int exponentBias = 1075;  // of the significand taken as an integer
+inline constexpr std::uint64_t hiddenBit = std::uint64_t{1} << significandBits;
+
+// A double taken apart: value = significand * 2^exponent, the sign aside.
+struct Binary {
+    std::uint64_t significand;
+    int exponent;
+    bool negative;
+    bool finite;
+};
+
+inline Binary takeApart(double value) {
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    const auto biased = static_cast<int>((bits >> significandBits) & 0x7FF);
+    const std::uint64_t fraction = bits & (hiddenBit - 1);
+    return {.significand = biased == 0 ? fraction : fraction | hiddenBit,
+            .exponent = (biased == 0 ? 1 : biased) - exponentBias,
+            .negative = (bits >> 63) != 0,
+            .finite = biased != 0x7FF};
+}
+
+// |value| * power, rounded half-even to an integer, for a negative exponent and a power of at most 1000.
+// Exact: the product stays below 2^63, so that the bits shifted out are the whole remainder.
+inline std::uint64_t scaledToInteger(const Binary& binary, std::uint64_t power) {
+    const std::uint64_t product = binary.significand * power;
+    const int shift = -binary.exponent;
+    if (shift > 63) {
+        return 0;  // the product is below 2^63, so below half a unit
+    }
+    const std::uint64_t quotient = product >> shift;
+    const std::uint64_t remainder = product & ((std::uint64_t{1} << shift) - 1);
+    const std::uint64_t half = std::uint64_t{1} << (shift - 1);
+    const bool roundUp = remainder > half || (remainder == half && (quotient & 1) != 0);
+    return quotient + (roundUp ? 1 : 0);
+}
+
+// "00", "01" .. "99", two digits a step.
+inline constexpr auto digitPairs = []() {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
+
+// Writes the digits of `value` so that they end at `end`, and returns where they begin.
+inline char* digitsBackwards(char* end, std::uint64_t value) {
+    while (value >= 100) {
+        const std::uint64_t quotient = value / 100;
+        end -= 2;
+        std::memcpy(end, &digitPairs[2 * (value - quotient * 100)], 2);
+        value = quotient;
+    }
+    if (value >= 10) {
+        end -= 2;
+        std::memcpy(end, &digitPairs[2 * value], 2);
+    } else {
+        *--end = static_cast<char>('0' + value);
+    }
+    return end;
+}
+
+// Whole parts below this fit a field of any hot column (13 or more) beside a sign, the point and three
+// decimals.
+inline constexpr int narrowestField = 13;
+inline constexpr std::uint64_t wholeLimit(int width) {
+    return width == 13 ? 100'000'000 : width < 16 ? 1'000'000'000 : 100'000'000'000;
+}
+
+}  // namespace orbconv::decimal
