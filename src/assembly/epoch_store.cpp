@@ -6,21 +6,36 @@
 
 namespace orbconv {
 
+namespace {
+
+void freeRecord(SatEpochRecord& record) {
+    record.signalFlags[0] &= ~signalPresentBit;
+    record.number = 0;
+}
+
+}  // namespace
+
 void clearRecord(SatEpochRecord& record) {
     record.obs.fill(0.0);
     record.clockOffset = 0.0;
     record.referenceDoppler = 0;
-    record.signalFlags[0] &= ~signalPresentBit;
-    record.number = 0;
+    freeRecord(record);
 }
 
 void clearEpochRecords(EpochStore& store) {
     constexpr std::uint64_t cleared = (std::uint64_t{1} << clearedRecords) - 1;
     for (std::size_t c = 0; c < constellationCount; ++c) {
         for (std::uint64_t due = store.touched[c] & cleared; due != 0; due &= due - 1) {
-            clearRecord(store.all[storeOffset[c] + static_cast<std::size_t>(std::countr_zero(due))]);
+            const int position = std::countr_zero(due);
+            SatEpochRecord& record = store.all[storeOffset[c] + static_cast<std::size_t>(position)];
+            if ((store.measured[c] >> position & 1) != 0) {
+                clearRecord(record);
+            } else {
+                freeRecord(record);
+            }
         }
         store.touched[c] &= ~cleared;
+        store.measured[c] &= ~cleared;
     }
 }
 
@@ -34,7 +49,7 @@ void assignGlonassSlots(const MessageStaging& staging, EpochStore& store) {
             continue;
         }
         const std::uint8_t slot = slots[next];
-        SatEpochRecord* const record = store.writable(Constellation::glonass, next++);
+        SatEpochRecord* const record = store.writable(Constellation::glonass, next++, false);
         if (claimRecord(record, list.frequencyChannel(element)) != Claim::mismatch) {
             record->gloSlotNumber = slot;
         }

@@ -97,8 +97,10 @@ struct EpochStore {
     std::array<SatEpochRecord, storeOffset.back() + storeCapacity.back()> all{};
 
     // By constellation, a bit for each record that has been handed out to be written since it was cleared
-    // last. The others stand as a clear would leave them, so an epoch's clearing passes them over.
+    // last, and one for each that may hold measurements. The others stand as a clear would leave them, so
+    // an epoch's clearing passes them over.
     PerConstellation<std::uint64_t> touched{};
+    PerConstellation<std::uint64_t> measured{};
 
     [[nodiscard]] std::span<SatEpochRecord> records(Constellation constellation) {
         const std::size_t c = indexOf(constellation);
@@ -109,13 +111,17 @@ struct EpochStore {
         return std::span(all).subspan(storeOffset[c], storeCapacity[c]);
     }
 
-    // The record at a position, to be written; null beyond the capacity of the array.
-    [[nodiscard]] SatEpochRecord* writable(Constellation constellation, std::size_t position) {
+    // The record at a position, to be written; null beyond the capacity of the array. What is for number,
+    // slot and flags alone gets no measurements.
+    [[nodiscard]] SatEpochRecord* writable(Constellation constellation, std::size_t position,
+                                           bool forMeasurements = true) {
         const std::size_t c = indexOf(constellation);
         if (position >= storeCapacity[c]) {
             return nullptr;
         }
-        touched[c] |= std::uint64_t{1} << position;
+        const std::uint64_t bit = std::uint64_t{1} << position;
+        touched[c] |= bit;
+        measured[c] |= forMeasurements ? bit : 0;
         return &all[storeOffset[c] + position];
     }
 };
@@ -124,7 +130,8 @@ struct EpochStore {
 // digits, the GLONASS slot and the flags of the other bands stay, and the next satellite inherits them.
 void clearRecord(SatEpochRecord& record);
 
-// Clears the first 30 records of every array.
+// Clears the first 30 records of every array. Only what has been written through writable() can differ from
+// its cleared state.
 void clearEpochRecords(EpochStore& store);
 
 // What claimRecord found.

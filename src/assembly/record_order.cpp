@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <tuple>
 
 #include "assembly/signal_plan.h"
 #include "log/satellite_lists.h"
@@ -56,7 +57,8 @@ void sortRecords(EpochStore& store, Constellation constellation, RecordKey key) 
         if (!std::is_sorted(begin, end, byKey)) {
             sortRun({begin, end}, key);
             for (auto moved = begin; moved != end; ++moved) {
-                store.touched[indexOf(constellation)] |= std::uint64_t{1} << (moved - records.begin());
+                std::ignore =
+                    store.writable(constellation, static_cast<std::size_t>(moved - records.begin()));
             }
         }
         begin = end;

@@ -33,7 +33,7 @@ struct WalkEntry {
 // every step, and the constellations can be walked one after the other.
 class SatelliteWalk {
 public:
-    SatelliteWalk(const MessageStaging& staging, EpochStore& store, int entries);
+    SatelliteWalk(const MessageStaging& staging, EpochStore& store, int entries, bool forMeasurements);
 
     // The constellation's entries among the first `count` of the list, in their order.
     [[nodiscard]] std::span<const WalkEntry> of(Constellation constellation, int count) const {

@@ -92,8 +92,11 @@ void enterPhaseShiftSatellite(SignalSurvey& survey, const SurveyedSignal& signal
 
 void countObsCodes(SignalSurvey& survey) {
     for (std::size_t c = 0; c < countedConstellations; ++c) {
-        const auto empty = std::ranges::count_if(survey.obsCodeList[c], &SignalText::empty);
-        survey.obsCodeCount[c] = static_cast<std::int32_t>(obsCodeSlots) - static_cast<std::int32_t>(empty);
+        std::int32_t count = 0;
+        for (const SignalText& code : survey.obsCodeList[c]) {
+            count += code.empty() ? 0 : 1;
+        }
+        survey.obsCodeCount[c] = count;
     }
 }
 
@@ -110,16 +113,24 @@ void enterSatellite(SatelliteNumbers& list, std::size_t entries, std::int32_t ke
 }
 
 void noteSignal(SignalSurvey& survey, const SurveyedSignal& signal) {
-    enterCodes(survey, signal);
+    const std::size_t c = indexOf(signal.constellation);
     if (const auto column = useCountColumn(signal.constellation, signal.band)) {
         ++survey.signalUseCount[useCountRow(signal.constellation)][*column];
     }
+    // The lists only grow, so the same signal at the same place a second time changes nothing. That is
+    // nearly every signal of nearly every epoch.
+    NotedSignal& noted = survey.notedSignals[c][signal.band][signal.position];
+    const NotedSignal now{signal.record.number, signal.record.gloSlotNumber, signal.satelliteNumber};
+    if (noted == now) {
+        return;
+    }
+    noted = now;
+    enterCodes(survey, signal);
     const bool listed = signal.constellation != Constellation::beidou ||
                         beidouRules[signal.band].listed.holds(signal.record.number);
     if (listed) {
         const bool bySlot = signal.constellation == Constellation::glonass;
-        enterSatellite(survey.signalSatellites[indexOf(signal.constellation)][signal.band],
-                       searchedEntries(signal.constellation),
+        enterSatellite(survey.signalSatellites[c][signal.band], searchedEntries(signal.constellation),
                        bySlot ? signal.record.gloSlotNumber : signal.record.number);
     }
     enterPhaseShiftSatellite(survey, signal);

@@ -33,6 +33,14 @@ constexpr std::size_t phaseShiftEntries(Constellation constellation, std::size_t
 // Bands with a place for a merged GLONASS CDMA signal behind the six of the log.
 inline constexpr std::size_t signalColumns = 12;
 
+// What the survey last took in for a position of a band. The initial values are those of no signal.
+struct NotedSignal {
+    std::int32_t recordNumber = -1000;
+    std::int32_t gloSlotNumber = 0;
+    std::int32_t satelliteNumber = 0;
+    friend constexpr bool operator==(const NotedSignal&, const NotedSignal&) = default;
+};
+
 struct SignalSurvey {
     PerConstellation<ObsCodeList> obsCodeList{};
     std::array<std::int32_t, countedConstellations> obsCodeCount{};
@@ -50,6 +58,9 @@ struct SignalSurvey {
     PerConstellation<std::array<float, signalColumns>> phaseShiftValues{};
     // GLONASS CDMA has no row of its own and counts in that of SBAS.
     std::array<std::array<std::uint32_t, signalColumns>, countedConstellations> signalUseCount{};
+
+    // By constellation, band and position: lets the survey pass over what it has seen.
+    PerConstellation<std::array<std::array<NotedSignal, satelliteListRoom>, bandCount>> notedSignals{};
 
     // The latest elements that the steps of 1r and 2r took. Never reset.
     std::int16_t lastRangeDelta = 0;

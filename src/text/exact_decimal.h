@@ -43,8 +43,9 @@ inline std::uint64_t scaledToInteger(const Binary& binary, std::uint64_t power) 
     const std::uint64_t quotient = product >> shift;
     const std::uint64_t remainder = product & ((std::uint64_t{1} << shift) - 1);
     const std::uint64_t half = std::uint64_t{1} << (shift - 1);
-    const bool roundUp = remainder > half || (remainder == half && (quotient & 1) != 0);
-    return quotient + (roundUp ? 1 : 0);
+    // One comparison: an odd quotient tips a tie over. Which way a number is rounded is a coin toss, and a
+    // branch on it would cost as much as all the rest.
+    return quotient + static_cast<std::uint64_t>(remainder + (quotient & 1) > half);
 }
 
 // "00", "01" .. "99", two digits a step.
@@ -74,10 +75,10 @@ inline char* digitsBackwards(char* end, std::uint64_t value) {
     return end;
 }
 
-// Whole parts below this fit a field of any hot column (13 or more) beside a sign, the point and three
-// decimals.
+// Fields from this width on take numbers in place, if the whole part is below the limit of the width: then
+// a sign, the point and three decimals fit beside it.
 inline constexpr int narrowestField = 13;
-inline constexpr std::uint64_t wholeLimit(int width) {
+constexpr std::uint64_t wholeLimit(int width) {
     return width == 13 ? 100'000'000 : width < 16 ? 1'000'000'000 : 100'000'000'000;
 }
 

@@ -53,9 +53,7 @@ inline char* formatFixed3IntoBlanks(char* field, double value, int width) {
     *--out = static_cast<char>('0' + thousandths / 100);
     *--out = '.';
     out = decimal::digitsBackwards(out, whole);
-    if (binary.negative) {
-        *--out = '-';
-    }
+    out[-1] = binary.negative ? '-' : ' ';  // there is room for a sign, and a blank stood there
     return end;
 }
 
