@@ -48,38 +48,29 @@ inline std::uint64_t scaledToInteger(const Binary& binary, std::uint64_t power) 
     return quotient + static_cast<std::uint64_t>(remainder + (quotient & 1) > half);
 }
 
-// "00", "01" .. "99", two digits a step.
-inline constexpr auto digitPairs = []() {
-    std::array<char, 200> pairs{};
-    for (std::size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+// The numbers 0 to 999 as four characters: behind a point with all their digits, and as a number of up to
+// three digits behind blanks.
+struct DigitGroups {
+    std::array<std::array<char, 4>, 1000> behindPoint;
+    std::array<std::array<char, 4>, 1000> leading;
+};
+inline constexpr DigitGroups digitGroups = []() {
+    DigitGroups groups{};
+    for (std::size_t i = 0; i < groups.leading.size(); ++i) {
+        const auto hundreds = static_cast<char>('0' + i / 100);
+        const auto tens = static_cast<char>('0' + i / 10 % 10);
+        const auto ones = static_cast<char>('0' + i % 10);
+        groups.behindPoint[i] = {'.', hundreds, tens, ones};
+        groups.leading[i] = {' ', i >= 100 ? hundreds : ' ', i >= 10 ? tens : ' ', ones};
     }
-    return pairs;
+    return groups;
 }();
 
-// Writes the digits of `value` so that they end at `end`, and returns where they begin.
-inline char* digitsBackwards(char* end, std::uint64_t value) {
-    while (value >= 100) {
-        const std::uint64_t quotient = value / 100;
-        end -= 2;
-        std::memcpy(end, &digitPairs[2 * (value - quotient * 100)], 2);
-        value = quotient;
-    }
-    if (value >= 10) {
-        end -= 2;
-        std::memcpy(end, &digitPairs[2 * value], 2);
-    } else {
-        *--end = static_cast<char>('0' + value);
-    }
-    return end;
-}
-
-// Fields from this width on take numbers in place, if the whole part is below the limit of the width: then
-// a sign, the point and three decimals fit beside it.
-inline constexpr int narrowestField = 13;
+// A number is made in place out of whole groups if its field has this width at least and its whole part is
+// below the limit of the width.
+inline constexpr int narrowestField = 11;
 constexpr std::uint64_t wholeLimit(int width) {
-    return width == 13 ? 100'000'000 : width < 16 ? 1'000'000'000 : 100'000'000'000;
+    return width < 14 ? 1'000'000 : width < 17 ? 1'000'000'000 : 1'000'000'000'000;
 }
 
 }  // namespace orbconv::decimal

@@ -12,7 +12,6 @@ namespace orbconv {
 namespace {
 
 using decimal::Binary;
-using decimal::digitsBackwards;
 using decimal::scaledToInteger;
 using decimal::takeApart;
 
@@ -33,24 +32,18 @@ char* formatNotFinite(char* out, double value) {
     return copyText(out, std::isnan(value) ? "nan" : "inf");
 }
 
-char* formatExactly(char* out, double value, int decimals) {
-    const Binary binary = takeApart(value);
+char* formatExactly(char* out, const Binary& binary, int decimals) {
     const std::uint64_t power = smallPowersOfTen[static_cast<std::size_t>(decimals)];
     const std::uint64_t scaled = scaledToInteger(binary, power);
     if (binary.negative) {
         *out++ = '-';
     }
-    std::array<char, 24> digits;  // NOLINT(*-member-init): filled from the end
-    char* const end = digits.data() + digits.size();
-    char* begin = digitsBackwards(end, scaled / power);
-    std::memcpy(out, begin, static_cast<std::size_t>(end - begin));
-    out += end - begin;
+    out = std::to_chars(out, out + 20, scaled / power).ptr;
     if (decimals > 0) {
-        *out++ = '.';
-        // A leading 1 keeps the zeros directly behind the point.
-        begin = digitsBackwards(end, scaled % power + power) + 1;
-        std::memcpy(out, begin, static_cast<std::size_t>(end - begin));
-        out += end - begin;
+        // A leading 1 keeps the zeros directly behind the point, which then takes its place.
+        char* const point = out;
+        out = std::to_chars(out, out + 20, scaled % power + power).ptr;
+        *point = '.';
     }
     return out;
 }
@@ -67,7 +60,7 @@ char* formatFixed(char* out, double value, int decimals) {
         return formatNotFinite(out, value);
     }
     if (binary.exponent < 0 && decimals < static_cast<int>(smallPowersOfTen.size())) {
-        return formatExactly(out, value, decimals);
+        return formatExactly(out, binary, decimals);
     }
     return std::to_chars(out, out + maxNumberText, value, std::chars_format::fixed, decimals).ptr;
 }

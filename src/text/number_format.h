@@ -42,18 +42,23 @@ inline char* formatFixed3IntoBlanks(char* field, double value, int width) {
         return formatRightIntoBlanks(field, value, 3, width);
     }
     const std::uint64_t scaled = decimal::scaledToInteger(binary, thousand);
-    const std::uint64_t whole = scaled / thousand;
-    const std::uint64_t thousandths = scaled - whole * thousand;
+    std::uint64_t whole = scaled / thousand;
     if (whole >= decimal::wholeLimit(width)) [[unlikely]] {
         return formatRightIntoBlanks(field, value, 3, width);
     }
+    // From the end, three digits a step. A group's first character is overwritten by the group ahead of it.
     char* const end = field + width;
-    char* out = end - 2;
-    std::memcpy(out, &decimal::digitPairs[2 * (thousandths % 100)], 2);
-    *--out = static_cast<char>('0' + thousandths / 100);
-    *--out = '.';
-    out = decimal::digitsBackwards(out, whole);
-    out[-1] = binary.negative ? '-' : ' ';  // there is room for a sign, and a blank stood there
+    char* out = end - 4;
+    std::memcpy(out, decimal::digitGroups.behindPoint[scaled - whole * thousand].data(), 4);
+    while (whole >= thousand) {
+        const std::uint64_t left = whole / thousand;
+        out -= 3;
+        std::memcpy(out - 1, decimal::digitGroups.behindPoint[whole - left * thousand].data(), 4);
+        whole = left;
+    }
+    std::memcpy(out - 4, decimal::digitGroups.leading[whole].data(), 4);
+    const int digits = 1 + static_cast<int>(whole >= 10) + static_cast<int>(whole >= 100);
+    out[-1 - digits] = binary.negative ? '-' : ' ';
     return end;
 }
 
