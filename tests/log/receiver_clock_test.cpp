@@ -6,9 +6,8 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
-#include <string>
-#include <tuple>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "support/staging.h"
@@ -141,8 +140,12 @@ TEST(AdvanceEpochClock, DropsWhatExceedsTheMinute) {
 TEST(AdvanceEpochClock, AddsInSinglePrecision) {
     EXPECT_EQ(advanced(clockOf(5, 1, 2, 59.8F), 0.2F), (Moment{5, 1, 2, 60}));
     EXPECT_EQ(advanced(clockOf(5, 1, 2, 60), 0.2F), (Moment{5, 1, 3, 0}));
-    // 0.1 + 0.2 in single precision is the single-precision number next above 0.3.
-    EXPECT_EQ(advanced(clockOf(5, 1, 2, 0.1F), 0.2F), (Moment{5, 1, 2, std::nextafter(0.3F, 1.0F)}));
+    ClockReading clock = clockOf(5, 1, 2, 0);
+    for (int i = 0; i < 10; ++i) {
+        orbconv::advanceEpochClock(clock, 0.1F);
+    }
+    // Ten tenths are the single-precision number next above 1.
+    EXPECT_EQ(clock.second, std::nextafter(1.0F, 2.0F));
 }
 
 TEST(AdvanceEpochClock, SixtyIsAMinuteThatIsReallyTaken) {
@@ -183,8 +186,7 @@ TEST(TimeScaleName, HasFourNames) {
 }
 
 TEST(TimeScaleName, IsEmptyForAnIndexThatTheTableDoesNotHave) {
-    for (const float timeBase : {4.0F, 255.0F, -1.0F, 1e30F, -1e30F, std::numeric_limits<float>::infinity(),
-                                 std::numeric_limits<float>::quiet_NaN()}) {
-        EXPECT_EQ(orbconv::timeScaleName(timeBase), "") << timeBase;
+    for (int timeBase = 4; timeBase < 256; ++timeBase) {
+        EXPECT_EQ(orbconv::timeScaleName(static_cast<float>(timeBase)), "") << timeBase;
     }
 }
