@@ -7,8 +7,6 @@ namespace orbconv {
 
 namespace {
 
-constexpr std::size_t bandL = 5;
-
 // The 32-bit sum and negation of raw Doppler counts, which wrap.
 std::int32_t negatedSum(std::int32_t a, std::int32_t b) {
     const std::uint32_t sum = static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b);
@@ -26,11 +24,6 @@ double carrierOf(const Carrier& carrier, std::int32_t channel) {
     }
     return carrier.hertz;
 }
-
-// Deliberate: DX looks at no flag, no version and no satellite number.
-constexpr PerConstellation<StepGate> referenceDopplerGates = {gates::always, gates::always, gates::always,
-                                                              gates::none,   gates::always, gates::always,
-                                                              gates::none,   gates::always};
 
 }  // namespace
 
@@ -66,9 +59,9 @@ void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step) {
 
 void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
     enterPlaceholderCodes(assembly, step, Kind::doppler);
-    if (step.band == bandL && passes(VersionRule::any4, assembly.options.rinexVersion) &&
+    if (step.band == bands::l && passes(VersionRule::any4, assembly.options.rinexVersion) &&
         walks(step, Constellation::glonass)) {
-        assembly.survey.codes(Constellation::glonass)[slotOf(bandL, Kind::doppler)] = {};
+        assembly.survey.codes(Constellation::glonass)[slotOf(bands::l, Kind::doppler)] = {};
     }
     forEachConstellation(
         assembly, step, dopplerGates[step.band], [&](Constellation constellation, auto entries) {

@@ -74,12 +74,12 @@ int entriesToWalk(const AssemblyStep& step, const MessageStaging& staging) {
     return 0;
 }
 
-void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, bool measurements) {
+void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, WalkedFor purpose) {
     int longest = 0;
     for (const AssemblyStep& step : steps) {
         longest = std::max(longest, entriesToWalk(step, assembly.staging));
     }
-    const SatelliteWalk walk(assembly.staging, assembly.store, longest, measurements);
+    const SatelliteWalk walk(assembly.staging, assembly.store, longest, purpose);
     for (const AssemblyStep& step : steps) {
         const int count = entriesToWalk(step, assembly.staging);
         if (count > 0) {
@@ -91,12 +91,12 @@ void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, bool
 }  // namespace
 
 void assembleEpoch(EpochAssembly& assembly) {
-    runSteps(assembly, assemblySteps, true);
+    runSteps(assembly, assemblySteps, WalkedFor::measurements);
     countObsCodes(assembly.survey);
 }
 
 void assembleFlags(EpochAssembly& assembly) {
-    runSteps(assembly, std::span(assemblySteps).first(flagSteps), false);
+    runSteps(assembly, std::span(assemblySteps).first(flagSteps), WalkedFor::flags);
 }
 
 void enterPlaceholderCodes(EpochAssembly& assembly, const StepInput& step, Kind kind) {

@@ -49,7 +49,7 @@ void assignGlonassSlots(const MessageStaging& staging, EpochStore& store) {
             continue;
         }
         const std::uint8_t slot = slots[next];
-        SatEpochRecord* const record = store.writable(Constellation::glonass, next++, false);
+        SatEpochRecord* const record = store.claimable(Constellation::glonass, next++);
         if (claimRecord(record, list.frequencyChannel(element)) != Claim::mismatch) {
             record->gloSlotNumber = slot;
         }

@@ -35,6 +35,14 @@ private:
 // Message families of the log, the band columns: c, 1, 2, 3, 5, l. Which signal a family stands for
 // differs by constellation.
 inline constexpr std::size_t bandCount = 6;
+namespace bands {
+inline constexpr std::size_t c = 0;
+inline constexpr std::size_t b1 = 1;
+inline constexpr std::size_t b2 = 2;
+inline constexpr std::size_t b3 = 3;
+inline constexpr std::size_t b5 = 4;
+inline constexpr std::size_t l = 5;
+}  // namespace bands
 
 // What a band holds, and the order of its codes in a list: slot = band * 5 + kind.
 inline constexpr std::size_t kindsPerBand = 5;
@@ -111,18 +119,24 @@ struct EpochStore {
         return std::span(all).subspan(storeOffset[c], storeCapacity[c]);
     }
 
-    // The record at a position, to be written; null beyond the capacity of the array. What is for number,
-    // slot and flags alone gets no measurements.
-    [[nodiscard]] SatEpochRecord* writable(Constellation constellation, std::size_t position,
-                                           bool forMeasurements = true) {
+    // The record at a position, for its number, slot and flags; null beyond the capacity of the array. Only
+    // what has been written through this function and the next is cleared.
+    [[nodiscard]] SatEpochRecord* claimable(Constellation constellation, std::size_t position) {
         const std::size_t c = indexOf(constellation);
         if (position >= storeCapacity[c]) {
             return nullptr;
         }
-        const std::uint64_t bit = std::uint64_t{1} << position;
-        touched[c] |= bit;
-        measured[c] |= forMeasurements ? bit : 0;
+        touched[c] |= std::uint64_t{1} << position;
         return &all[storeOffset[c] + position];
+    }
+
+    // The same for everything that a record holds.
+    [[nodiscard]] SatEpochRecord* writable(Constellation constellation, std::size_t position) {
+        SatEpochRecord* const record = claimable(constellation, position);
+        if (record != nullptr) {
+            measured[indexOf(constellation)] |= std::uint64_t{1} << position;
+        }
+        return record;
     }
 };
 

@@ -7,13 +7,9 @@ namespace orbconv {
 
 namespace {
 
-constexpr std::size_t band1 = 1;
-constexpr std::size_t band5 = 4;
-constexpr std::size_t bandL = 5;
-
 // The bits of a flag word that a record takes over.
 std::uint32_t takenFlagBits(Constellation constellation, std::size_t band) {
-    const bool takesBit7 = constellation == Constellation::beidou && band == band1;
+    const bool takesBit7 = constellation == Constellation::beidou && band == bands::b1;
     return takesBit7 ? 0xC0U : signalPresentBit;
 }
 
@@ -21,13 +17,13 @@ std::uint32_t takenFlagBits(Constellation constellation, std::size_t band) {
 double strengthForDigit(const SatEpochRecord& record, Constellation constellation, std::size_t band,
                         Claim claim) {
     std::size_t source = band;
-    if (band == bandL) {
+    if (band == bands::l) {
         const bool takesBand5IfFresh =
             constellation == Constellation::gps || constellation == Constellation::beidou;
         if (constellation == Constellation::navic) {
             source = 0;
         } else if (takesBand5IfFresh && claim == Claim::fresh) {
-            source = band5;
+            source = bands::b5;
         }
     }
     return record.at(ObsRow::strength, source);

@@ -9,9 +9,6 @@ namespace orbconv {
 
 namespace {
 
-constexpr std::size_t band3 = 3;
-constexpr std::size_t bandL = 5;
-
 // The carrier phase in cycles of a time in seconds, before any shift. The GLONASS products are formed in
 // an order of their own.
 double cyclesOf(double t, const Carrier& carrier, std::int32_t channel) {
@@ -34,9 +31,9 @@ struct PhaseBookkeeping {
 
 PhaseBookkeeping bookkeepingOf(Constellation constellation, std::size_t band) {
     const std::size_t c = indexOf(constellation);
-    if (band == bandL && constellation == Constellation::galileo) {
+    if (band == bands::l && constellation == Constellation::galileo) {
         // Deliberate: this branch, which no run takes, stores and counts in the column of the 3 band.
-        return {.column = band3, .shift = 0.0F, .countsUse = true};
+        return {.column = bands::b3, .shift = 0.0F, .countsUse = true};
     }
     return {.column = band, .shift = phaseShifts[band][c], .countsUse = phaseCountsUse[band][c]};
 }
@@ -76,8 +73,8 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
         assembly, step, phaseGates[step.band], [&](Constellation constellation, auto entries) {
             const std::size_t c = indexOf(constellation);
             notePhases(survey, constellation, step.band, entries);
-            if (step.band == bandL && constellation == Constellation::glonass) {
-                survey.codes(constellation)[slotOf(bandL, Kind::phase)] = {};
+            if (step.band == bands::l && constellation == Constellation::glonass) {
+                survey.codes(constellation)[slotOf(bands::l, Kind::phase)] = {};
             }
             if (!hasRecords(constellation)) {
                 return;

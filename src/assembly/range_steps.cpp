@@ -7,10 +7,6 @@ namespace orbconv {
 
 namespace {
 
-constexpr std::size_t band1 = 1;
-constexpr std::size_t band2 = 2;
-constexpr std::size_t band3 = 3;
-
 // The time of flight in seconds of a full range field.
 double timeOfFlight(std::int32_t raw, const RangeScale& scale) {
     return raw * scale.unit + scale.offset;
@@ -29,11 +25,6 @@ public:
 private:
     int last_ = -1;
 };
-
-// rx asks for the include flag alone, whatever the version.
-constexpr PerConstellation<StepGate> clockOffsetGates = {gates::included, gates::included, gates::included,
-                                                         gates::none,     gates::included, gates::included,
-                                                         gates::none,     gates::included};
 
 }  // namespace
 
@@ -70,9 +61,9 @@ void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
 void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step) {
     SignalSurvey& survey = assembly.survey;
     enterPlaceholderCodes(assembly, step, Kind::code);
-    if (step.band == band3 && walks(step, Constellation::glonass)) {
+    if (step.band == bands::b3 && walks(step, Constellation::glonass)) {
         // Deliberate: any 3r of a GLONASS satellite lists the code, whatever the flags say.
-        survey.codes(Constellation::glonass)[slotOf(band3, Kind::code)] = "C2P";
+        survey.codes(Constellation::glonass)[slotOf(bands::b3, Kind::code)] = "C2P";
     }
     LastDelta last;
     forEachConstellation(
@@ -88,16 +79,16 @@ void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step) {
                 // Deliberate: the second band's own difference has no effect. All its satellites take the
                 // last one that 1r left.
                 const std::int16_t delta =
-                    step.band == band2 ? survey.lastRangeDelta
-                                       : assembly.staging.element<std::int16_t>(step.row, entry.element);
+                    step.band == bands::b2 ? survey.lastRangeDelta
+                                           : assembly.staging.element<std::int16_t>(step.row, entry.element);
                 SatEpochRecord& record = *entry.record;
                 record.at(ObsRow::pseudorange, step.band) =
                     (delta * rangeDeltaUnit + rangeDeltaOffset + record.clockOffset) * speedOfLight;
             }
         });
-    if (step.band == band1) {
+    if (step.band == bands::b1) {
         last.store(assembly.staging, step.row, survey.lastRangeDelta);
-    } else if (step.band == band2) {
+    } else if (step.band == bands::b2) {
         last.store(assembly.staging, step.row, survey.secondRangeDelta);
     }
 }

@@ -12,8 +12,8 @@ namespace orbconv {
 SatEpochRecord& copyRecord(SatEpochRecord& destination, const SatEpochRecord& source);
 
 // Sorts the records of GPS, Galileo, BeiDou and NavIC by number and those of GLONASS by slot, and takes
-// the count of the epoch's satellites: that of the list less the entries of left-out systems. Records
-// whose key is 0 stay where they are and part the array into runs that are sorted by themselves.
+// the count of the epoch's satellites: that of the list less the entries of left-out systems. Deliberate:
+// records whose key is 0 stay where they are and part the array into runs that are sorted by themselves.
 void sortEpochRecords(const RunOptions& options, MessageStaging& staging, EpochStore& store,
                       SignalSurvey& survey);
 

@@ -4,7 +4,7 @@ namespace orbconv {
 
 // NOLINTNEXTLINE(*-member-init): entries are filled as far as they are used
 SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, int entries,
-                             bool forMeasurements) {
+                             WalkedFor purpose) {
     const SatelliteList list(staging);
     const auto count = static_cast<std::size_t>(entries);
     for (std::size_t i = 0; i < count; ++i) {
@@ -26,7 +26,8 @@ SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, i
         const bool byChannel = *constellation == Constellation::glonass;
         const std::uint8_t position = cursor[c]++;
         entries_[begin_[c] + position] = {
-            .record = store.writable(*constellation, position, forMeasurements),
+            .record = purpose == WalkedFor::flags ? store.claimable(*constellation, position)
+                                                  : store.writable(*constellation, position),
             .number = byChannel ? list.frequencyChannel(i) : std::int32_t{list.satelliteNumber(i)},
             .rawNumber = list.satelliteNumber(i),
             .element = static_cast<std::uint8_t>(i),

@@ -105,9 +105,11 @@ inline constexpr PerBand<StepGate> flagGates = {{
     {{gates::included, gates::inclOff8,    gates::inclOff136,  gates::none, gates::included, gates::inclFrom401, gates::none, gates::none}},
 }};
 
-// rc. The include flags reach this step; rx asks for them alone.
+// rc, and rx, which asks for the include flag alone, whatever the version.
 inline constexpr PerConstellation<StepGate> fullRangeGates =
     {gates::included, gates::included, gates::included, gates::none, gates::included, gates::incl3Or4, gates::none, gates::included};
+inline constexpr PerConstellation<StepGate> clockOffsetGates =
+    {gates::included, gates::included, gates::included, gates::none, gates::included, gates::included, gates::none, gates::included};
 
 // 1r, 2r, 3r, 5r, lr; band c has the full range. Deliberate: only 1r looks at the include flags. A QZSS or
 // SBAS entry has no record; what passes here is only remembered as the last range difference.
@@ -131,6 +133,10 @@ inline constexpr PerBand<StepGate> dopplerGates = {{
     {{gates::always, gates::always, gates::always, gates::none, gates::always, gates::always,  gates::none, gates::always}},
     {{gates::always, gates::none,   gates::none,   gates::none, gates::always, gates::only401, gates::none, gates::none}},
 }};
+
+// DX. Deliberate: no flag, no version and no satellite number is looked at.
+inline constexpr PerConstellation<StepGate> referenceDopplerGates =
+    {gates::always, gates::always, gates::always, gates::none, gates::always, gates::always, gates::none, gates::always};
 
 // DC.
 inline constexpr PerConstellation<StepGate> fullDopplerGates =

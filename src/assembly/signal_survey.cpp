@@ -61,18 +61,16 @@ void enterCodes(SignalSurvey& survey, const SurveyedSignal& signal) {
 
 // The column that a present signal counts in, if it counts at all.
 std::optional<std::size_t> useCountColumn(Constellation constellation, std::size_t band) {
-    constexpr std::size_t band3 = 3;
-    constexpr std::size_t band5 = 4;
-    if (band == band5 && constellation == Constellation::galileo) {
-        return band3;  // Deliberate: Galileo's 5 band counts for its 3 band
+    if (band == bands::b5 && constellation == Constellation::galileo) {
+        return bands::b3;  // Deliberate: Galileo's 5 band counts for its 3 band
     }
-    if (band == band5 && constellation == Constellation::navic) {
+    if (band == bands::b5 && constellation == Constellation::navic) {
         return std::nullopt;  // Deliberate: NavIC's 5 band does not count
     }
     return band;
 }
 
-// Entries that the search for a key looks at: 32, also in Galileo's list of 37.
+// Entries that the search for a key looks at. Deliberate: 32 also in Galileo's list of 37.
 std::size_t searchedEntries(Constellation constellation) {
     return constellation == Constellation::beidou ? satelliteListRoom : 32;
 }

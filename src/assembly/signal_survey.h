@@ -33,9 +33,10 @@ constexpr std::size_t phaseShiftEntries(Constellation constellation, std::size_t
 // Bands with a place for a merged GLONASS CDMA signal behind the six of the log.
 inline constexpr std::size_t signalColumns = 12;
 
-// What the survey last took in for a position of a band. The initial values are those of no signal.
+// What the survey last took in for a position of a band.
 struct NotedSignal {
-    std::int32_t recordNumber = -1000;
+    static constexpr std::int32_t nothing = -1000;  // the number of no satellite and of no channel
+    std::int32_t recordNumber = nothing;
     std::int32_t gloSlotNumber = 0;
     std::int32_t satelliteNumber = 0;
     friend constexpr bool operator==(const NotedSignal&, const NotedSignal&) = default;

@@ -151,6 +151,8 @@ inline constexpr std::array<FormPiece, 1> ne88 = {{{0, 87}}};
 inline constexpr std::array<FormPiece, 2> ne103 = {{{0, 87}, {87, 16}}};
 inline constexpr std::array<BodyForm, 2> neForms = {{{88, ne88}, {103, ne103}}};
 
+// Deliberate: of a length that has no form, NE reads nothing of the body, and GE and CN only the two closing
+// bytes; the rest is taken for further messages.
 inline constexpr std::array<FormPiece, 5> cn134 = {{{0, 122}, {122, 4}, {126, 1}, {127, 4}, {131, 2}}};
 inline constexpr std::array<FormPiece, 8> cn152 = {
     {{0, 122}, {122, 4}, {126, 1}, {127, 4}, {133, 8}, {141, 4}, {145, 4}, {149, 4}}};
@@ -208,10 +210,10 @@ inline constexpr auto messageTable = std::to_array<MessageRow>({
     rows::array("cr", 2), rows::array("cc", 2), rows::array("c5", 2), rows::array("cl", 2), rows::array("TC", 2),
     rows::array("c1", 2), rows::array("c2", 2), rows::array("c3", 2),
     rows::block("SS", -2, 180, 3),
-    rows::fixedBlock("SE", 5, 2),
+    rows::fixedBlock("SE", 5, 2),  // Deliberate: whatever its length says
     rows::whole("ST", 8), rows::whole("DP", 24), rows::whole("DO", 24),
     rows::whole("NA", 304), rows::whole("WE", 304), rows::whole("WA", 304), rows::whole("WU", 304),
-    rows::whole("EA", 304), rows::whole("QE", 304), rows::whole("QA", 304), rows::whole("QU", 304),
+    rows::whole("EA", 304), rows::whole("QE", 304), rows::whole("QA", 304), rows::whole("QU", 32),
     rows::whole("QI", 48), rows::whole("CA", 304), rows::whole("IA", 300),
 });
 // clang-format on

@@ -32,7 +32,8 @@ struct ReceiverClocks {
     bool dateStillMissing = true;
 };
 
-// The time scales that RD's fifth byte picks (receiver's format).
+// The time scales that RD's fifth byte picks (receiver's format). Deliberate: not RINEX's three letters, but
+// for GPS.
 inline constexpr std::array<std::string_view, 4> timeScaleNames = {"GPS", "UTC_USNO", "GLONASS", "UTC_SU"};
 
 // The name for a clock's `timeBase`; empty for an index that the table does not have.

@@ -63,6 +63,7 @@ constexpr std::uint32_t inavSourceBits = 0x205;
 constexpr std::uint32_t fnavSourceBits = 0x102;
 constexpr std::uint32_t printedSourceBits = 0x307;
 
+// Deliberate: the source bits of a slot that a dropped message used stay in it.
 void setGalileoType(GalileoEphemeris& entry) {
     if ((entry.navFlags & inavFlags) != 0) {
         entry.navType = NavType::inav;

@@ -33,6 +33,7 @@ void decodeKeplerBlock(const std::uint8_t* body, std::int32_t weekOffset, Kepler
     kepler.Cis = block::Cis.load(body);
 }
 
+// Deliberate: whole powers of two (index 1 is 2 m, not 2.8), and above 15 the index itself.
 std::int32_t accuracyInMetres(std::int8_t uraIndex) {
     if (uraIndex < 7) {
         const int exponent = uraIndex / 2 + 1;

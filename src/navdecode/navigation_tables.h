@@ -1,6 +1,7 @@
 // The store between the survey pass, whose decoders fill it, and the navigation files. Plain tables with a
 // signed count of used slots. An entry with satellite number 0 is dead and every reader skips it. Slots are
-// never cleared: what a dropped message left in a slot shows in the next entry there.
+// never cleared: what a dropped message left in a slot shows in the next entry there. Of a message's fields
+// an entry keeps those that have a meaning; raw words without one are left in the message.
 #pragma once
 
 #include <array>

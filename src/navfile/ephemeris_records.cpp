@@ -1,23 +1,23 @@
 #include "navfile/ephemeris_records.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "navfile/record_forms.h"
 #include "navfile/rinex_number.h"
+#include "run/run_options.h"
 
 namespace orbconv {
 
 namespace {
 
-constexpr double firstEphVersion = 4.0;
-
-bool hasEphLines(double rinexVersion) {
-    return rinexVersion >= firstEphVersion;
-}
-
 void writeValue(TextWriter& out, double value, char exponentLetter) {
-    out.scientific(value, 12, 19, exponentLetter);
+    if (exponentLetter == rinexExponent) {
+        writeRinexNumber(out, value, 12, 19);
+    } else {
+        out.scientific(value, 12, 19, exponentLetter);
+    }
 }
 
 void writeEphLine(TextWriter& out, char letter, std::int32_t sv, std::string_view type) {
@@ -71,13 +71,19 @@ void writeRecord(TextWriter& out, const Entry& entry, const RecordForm<Entry>& f
     }
 }
 
-// Minutes and hours aside, GLONASS counts its message frame time from the week's start in 32 bits.
+// Day and second of the frame less three hours, modulo a week, in 32 bits that wrap. Negative times keep
+// their sign.
 double messageFrameTime(const GlonassEphemeris& entry) {
     constexpr std::uint32_t secondsPerDay = 86400;
     constexpr std::uint32_t threeHours = 10800;
     constexpr std::int32_t secondsPerWeek = 604800;
     const std::uint32_t day = entry.dayNumber * secondsPerDay - threeHours;
     return static_cast<std::int32_t>(day + static_cast<std::uint32_t>(entry.tk)) % secondsPerWeek;
+}
+
+// A real multiplication: 0 becomes -0, and a not-a-number keeps its sign, which a change of sign would turn.
+double timesMinusOne(double value) {
+    return std::isnan(value) ? value : -value;
 }
 
 double narrowed(double value) {
@@ -87,7 +93,7 @@ double narrowed(double value) {
 }  // namespace
 
 void writeGpsRecords(TextWriter& out, double rinexVersion, const NavigationTables& navigation) {
-    const bool eph = hasEphLines(rinexVersion);
+    const bool eph = isRinex4(rinexVersion);
     for (const GpsEphemeris& entry : navigation.gps.slots) {
         const auto form = std::ranges::find(forms::gps, entry.navType, &RecordForm<GpsEphemeris>::type);
         const bool printed = eph ? form != forms::gps.end() : entry.navType == NavType::lnav;
@@ -105,11 +111,11 @@ void writeGlonassRecords(TextWriter& out, double rinexVersion, const NavigationT
         if (entry.sv == 0) {
             continue;
         }
-        if (hasEphLines(rinexVersion)) {
+        if (isRinex4(rinexVersion)) {
             writeEphLine(out, letter, entry.sv, "FDMA");
         }
         beginEpochLine(out, letter, entry.sv, entry.epoch);
-        writeValue(out, static_cast<double>(entry.tauN) * -1.0, rinexExponent);  // 0 becomes -0
+        writeValue(out, timesMinusOne(entry.tauN), rinexExponent);
         writeValue(out, entry.gamma, rinexExponent);
         writeValue(out, messageFrameTime(entry), rinexExponent);
         out.endLine();
@@ -125,7 +131,7 @@ void writeGlonassRecords(TextWriter& out, double rinexVersion, const NavigationT
 
 void writeGalileoRecords(TextWriter& out, double rinexVersion, const NavigationTables& navigation) {
     const RecordStyle style{
-        .letter = 'E', .ephLine = hasEphLines(rinexVersion), .exponentLetter = rinexExponent};
+        .letter = 'E', .ephLine = isRinex4(rinexVersion), .exponentLetter = rinexExponent};
     for (const GalileoEphemeris& entry : navigation.galileo.slots) {
         if (entry.kepler.sv != 0) {
             writeRecord(out, entry, forms::galileo, entry.navType, style);
@@ -134,7 +140,7 @@ void writeGalileoRecords(TextWriter& out, double rinexVersion, const NavigationT
 }
 
 void writeBeidouRecords(TextWriter& out, double rinexVersion, const NavigationTables& navigation) {
-    const bool eph = hasEphLines(rinexVersion);
+    const bool eph = isRinex4(rinexVersion);
     const RecordStyle style{.letter = 'C', .ephLine = eph, .exponentLetter = rinexExponent};
     constexpr RecordForm<BeidouEphemeris> withoutOrbit{NavType::none, forms::clock<BeidouEphemeris>, {}};
     for (const BeidouEphemeris& entry : navigation.beidou.slots) {
@@ -149,7 +155,7 @@ void writeBeidouRecords(TextWriter& out, double rinexVersion, const NavigationTa
 
 void writeNavicRecords(TextWriter& out, double rinexVersion, const NavigationTables& navigation) {
     constexpr std::int32_t lastSatellite = 256;
-    const bool eph = hasEphLines(rinexVersion);
+    const bool eph = isRinex4(rinexVersion);
     const RecordStyle style{
         .letter = 'I', .ephLine = eph, .exponentLetter = eph ? plainExponent : rinexExponent};
     for (const NavicEphemeris& entry : navigation.navic.slots) {

@@ -6,7 +6,7 @@
 #include "navfile/ephemeris_records.h"
 #include "navfile/nav_header_lines.h"
 #include "navfile/rinex_number.h"
-#include "text/header_lines.h"
+#include "obsfile/header_lines.h"
 
 namespace orbconv {
 
@@ -20,6 +20,9 @@ void writeCoefficients(TextWriter& out, std::string_view name, std::span<const f
 }
 
 constexpr std::string_view ionosphericLabel = "IONOSPHERIC CORR";
+
+// The walks of this file end at a zero, wherever it stands, and never at the table's count. Deliberate: a
+// genuine first coefficient of 0 ends its list.
 
 // GPS and NavIC: the records up to the first whose leading coefficient is 0.
 void writeIonosphericCorr(TextWriter& out, const IonoTable& table, std::string_view alphaName,
@@ -127,24 +130,6 @@ void writeGlonassTimeSystemCorr(TextWriter& out, std::string_view name, double f
 
 }  // namespace
 
-void writeNavFirstLines(TextWriter& out, const NavFileTables& tables, std::string_view systemText,
-                        int blanksBehind) {
-    out.fixed(tables.rinexVersion, 2, 9)
-        .blanks(11)
-        .text("N: GNSS NAV DATA")
-        .blanks(4)
-        .text(systemText)
-        .blanks(blanksBehind)
-        .text("RINEX VERSION / TYPE")
-        .endLine();
-    writeProgramLine(out, tables.stamp);
-    writeLeapSeconds(out, tables.navigation.lastLeapSeconds);
-}
-
-GalileoEphemeris firstGalileoEphemeris(const NavigationTables& navigation) {
-    return navigation.galileo.slots.empty() ? GalileoEphemeris{} : navigation.galileo.slots.front();
-}
-
 void writeGpsNavFile(TextWriter& out, const NavFileTables& tables) {
     const NavigationTables& navigation = tables.navigation;
     writeNavFirstLines(out, tables, "G: GPS", 14);
@@ -166,7 +151,7 @@ void writeNavicNavFile(TextWriter& out, const NavFileTables& tables) {
 void writeGlonassNavFile(TextWriter& out, const NavFileTables& tables) {
     const NavigationTables& navigation = tables.navigation;
     writeNavFirstLines(out, tables, "R: GLONASS", 10);
-    writeGlonassTimeSystemCorr(out, "GLUT", 0.0, 0.0);
+    writeGlonassTimeSystemCorr(out, "GLUT", 0.0, 0.0);  // Deliberate: always zeros
     writeGlonassTimeSystemCorr(out, "GLGP", navigation.glonassTimeOffset.tauGps,
                                navigation.glonassTimeOffset.tauC);
     writeEndOfHeader(out);

@@ -41,7 +41,7 @@ constexpr double printed(double value) {
     return value;
 }
 
-using K = KeplerElements;
+using Kepler = KeplerElements;
 
 // A field of the common elements, and one of the entry itself.
 template <auto Field>
@@ -69,7 +69,7 @@ inline constexpr auto shiftedAf0 = [](const GpsEphemeris& entry) -> double {
 namespace forms {
 
 using columns::k;
-using columns::K;
+using columns::Kepler;
 using columns::l2Bit;
 using columns::narrowK;
 using columns::narrowOwn;
@@ -78,66 +78,74 @@ using columns::zero;
 
 // ---- shared lines ----
 
-template <class E>
-inline constexpr std::array<Column<E>, 3> clock = {k<&K::af0>, k<&K::af1>, k<&K::af2>};
-template <class E>
-inline constexpr OrbitLine<E> anomaly = {k<&K::iode>, k<&K::Crs>, k<&K::deltaN>, k<&K::M0>};
-template <class E>
-inline constexpr OrbitLine<E> shape = {k<&K::Cuc>, k<&K::e>, k<&K::Cus>, k<&K::sqrtA>};
-template <class E>
-inline constexpr OrbitLine<E> node = {k<&K::toe>, k<&K::Cic>, k<&K::Omega0>, k<&K::Cis>};
+template <class Entry>
+inline constexpr std::array<Column<Entry>, 3> clock = {k<&Kepler::af0>, k<&Kepler::af1>, k<&Kepler::af2>};
+template <class Entry>
+inline constexpr OrbitLine<Entry> anomaly = {k<&Kepler::iode>, k<&Kepler::Crs>, k<&Kepler::deltaN>,
+                                             k<&Kepler::M0>};
+template <class Entry>
+inline constexpr OrbitLine<Entry> shape = {k<&Kepler::Cuc>, k<&Kepler::e>, k<&Kepler::Cus>,
+                                           k<&Kepler::sqrtA>};
+template <class Entry>
+inline constexpr OrbitLine<Entry> node = {k<&Kepler::toe>, k<&Kepler::Cic>, k<&Kepler::Omega0>,
+                                          k<&Kepler::Cis>};
 // Deliberate: i0 alone loses its low digits.
-template <class E>
-inline constexpr OrbitLine<E> inclination = {narrowK<&K::i0>, k<&K::Crc>, k<&K::omega>, k<&K::OmegaDot>};
+template <class Entry>
+inline constexpr OrbitLine<Entry> inclination = {narrowK<&Kepler::i0>, k<&Kepler::Crc>, k<&Kepler::omega>,
+                                                 k<&Kepler::OmegaDot>};
 
 // ---- GPS and NavIC ----
 
-template <class E>
-inline constexpr std::array<OrbitLine<E>, 7> lnav = {{
-    anomaly<E>,
-    shape<E>,
-    node<E>,
-    inclination<E>,
-    {k<&K::IDOT>, l2Bit<2>, k<&K::week>, l2Bit<1>},
-    {k<&K::accuracy>, k<&K::health>, k<&K::tgd>, k<&K::iodc>},
-    {k<&K::tot>, own<&E::fitInterval>},
+template <class Entry>
+inline constexpr std::array<OrbitLine<Entry>, 7> lnav = {{
+    anomaly<Entry>,
+    shape<Entry>,
+    node<Entry>,
+    inclination<Entry>,
+    {k<&Kepler::IDOT>, l2Bit<2>, k<&Kepler::week>, l2Bit<1>},
+    {k<&Kepler::accuracy>, k<&Kepler::health>, k<&Kepler::tgd>, k<&Kepler::iodc>},
+    {k<&Kepler::tot>, own<&Entry::fitInterval>},
 }};
 
-using G = GpsEphemeris;
-inline constexpr std::array<Column<G>, 3> gpsShiftedClock = {columns::shiftedAf0, k<&K::af1>, k<&K::af2>};
-inline constexpr OrbitLine<G> gpsRateAnomaly = {narrowOwn<&G::adot>, k<&K::Crs>, k<&K::deltaN>, k<&K::M0>};
-inline constexpr OrbitLine<G> gpsCnavNode = {own<&G::cnavToe>, k<&K::Cic>, k<&K::Omega0>, k<&K::Cis>};
-inline constexpr OrbitLine<G> gpsRates = {k<&K::IDOT>, own<&G::deltaNDot>, own<&G::uraiNed0>,
-                                          own<&G::uraiNed1>};
-inline constexpr OrbitLine<G> gpsHealth = {own<&G::uraiEd>, k<&K::health>, k<&K::tgd>, own<&G::uraiNed2>};
-inline constexpr OrbitLine<G> gpsIsc = {own<&G::iscL1ca>, own<&G::iscL2c>, own<&G::iscL5i5>,
-                                        own<&G::iscL5q5>};
+using Gps = GpsEphemeris;
+inline constexpr std::array<Column<Gps>, 3> gpsShiftedClock = {columns::shiftedAf0, k<&Kepler::af1>,
+                                                               k<&Kepler::af2>};
+inline constexpr OrbitLine<Gps> gpsRateAnomaly = {narrowOwn<&Gps::adot>, k<&Kepler::Crs>, k<&Kepler::deltaN>,
+                                                  k<&Kepler::M0>};
+inline constexpr OrbitLine<Gps> gpsCnavNode = {own<&Gps::cnavToe>, k<&Kepler::Cic>, k<&Kepler::Omega0>,
+                                               k<&Kepler::Cis>};
+inline constexpr OrbitLine<Gps> gpsRates = {k<&Kepler::IDOT>, own<&Gps::deltaNDot>, own<&Gps::uraiNed0>,
+                                            own<&Gps::uraiNed1>};
+inline constexpr OrbitLine<Gps> gpsHealth = {own<&Gps::uraiEd>, k<&Kepler::health>, k<&Kepler::tgd>,
+                                             own<&Gps::uraiNed2>};
+inline constexpr OrbitLine<Gps> gpsIsc = {own<&Gps::iscL1ca>, own<&Gps::iscL2c>, own<&Gps::iscL5i5>,
+                                          own<&Gps::iscL5q5>};
 // Deliberate: the fit interval stands where the standard has the transmission time, which is not printed.
-inline constexpr OrbitLine<G> gpsFitAndWeek = {own<&G::fitInterval>, k<&K::week>};
+inline constexpr OrbitLine<Gps> gpsFitAndWeek = {own<&Gps::fitInterval>, k<&Kepler::week>};
 
-inline constexpr std::array<OrbitLine<G>, 8> gpsCnav = {{
+inline constexpr std::array<OrbitLine<Gps>, 8> gpsCnav = {{
     gpsRateAnomaly,
-    shape<G>,
+    shape<Gps>,
     gpsCnavNode,
-    inclination<G>,
+    inclination<Gps>,
     gpsRates,
     gpsHealth,
     gpsIsc,
     gpsFitAndWeek,
 }};
-inline constexpr std::array<OrbitLine<G>, 9> gpsCnv2 = {{
+inline constexpr std::array<OrbitLine<Gps>, 9> gpsCnv2 = {{
     gpsRateAnomaly,
-    shape<G>,
+    shape<Gps>,
     gpsCnavNode,
-    inclination<G>,
+    inclination<Gps>,
     gpsRates,
     gpsHealth,
     gpsIsc,
-    {own<&G::iscL1cd>, own<&G::iscL1cp>},
+    {own<&Gps::iscL1cd>, own<&Gps::iscL1cp>},
     gpsFitAndWeek,
 }};
-inline constexpr std::array<RecordForm<G>, 3> gps = {{
-    {NavType::lnav, clock<G>, lnav<G>},
+inline constexpr std::array<RecordForm<Gps>, 3> gps = {{
+    {NavType::lnav, clock<Gps>, lnav<Gps>},
     {NavType::cnav, gpsShiftedClock, gpsCnav},
     {NavType::cnv2, gpsShiftedClock, gpsCnv2},
 }};
@@ -147,76 +155,79 @@ inline constexpr RecordForm<NavicEphemeris> navic = {NavType::lnav, clock<NavicE
 
 // ---- Galileo ----
 
-using E = GalileoEphemeris;
-inline constexpr std::array<OrbitLine<E>, 7> galileoLines = {{
-    anomaly<E>,
-    shape<E>,
-    node<E>,
-    inclination<E>,
-    {k<&K::IDOT>, own<&E::dataSources>, k<&K::week>, zero},
-    {own<&E::sisa>, k<&K::health>, own<&E::bgdE5a>, own<&E::bgdE5b>},
-    {k<&K::tot>},
+using Galileo = GalileoEphemeris;
+inline constexpr std::array<OrbitLine<Galileo>, 7> galileoLines = {{
+    anomaly<Galileo>,
+    shape<Galileo>,
+    node<Galileo>,
+    inclination<Galileo>,
+    {k<&Kepler::IDOT>, own<&Galileo::dataSources>, k<&Kepler::week>, zero},
+    {own<&Galileo::sisa>, k<&Kepler::health>, own<&Galileo::bgdE5a>, own<&Galileo::bgdE5b>},
+    {k<&Kepler::tot>},
 }};
-inline constexpr RecordForm<E> galileo = {NavType::inav, clock<E>, galileoLines};
+inline constexpr RecordForm<Galileo> galileo = {NavType::inav, clock<Galileo>, galileoLines};
 
 // ---- BeiDou ----
 
-using C = BeidouEphemeris;
-inline constexpr std::array<OrbitLine<C>, 7> beidouD = {{
-    {own<&C::aode>, k<&K::Crs>, k<&K::deltaN>, k<&K::M0>},
-    shape<C>,
-    node<C>,
-    inclination<C>,
-    {k<&K::IDOT>, zero, k<&K::week>, zero},
-    {k<&K::accuracy>, k<&K::health>, k<&K::tgd>, own<&C::tgd2>},
-    {k<&K::tot>, own<&C::aodc>},
+using Beidou = BeidouEphemeris;
+inline constexpr std::array<OrbitLine<Beidou>, 7> beidouD = {{
+    {own<&Beidou::aode>, k<&Kepler::Crs>, k<&Kepler::deltaN>, k<&Kepler::M0>},
+    shape<Beidou>,
+    node<Beidou>,
+    inclination<Beidou>,
+    {k<&Kepler::IDOT>, zero, k<&Kepler::week>, zero},
+    {k<&Kepler::accuracy>, k<&Kepler::health>, k<&Kepler::tgd>, own<&Beidou::tgd2>},
+    {k<&Kepler::tot>, own<&Beidou::aodc>},
 }};
 
 // Deliberate: line 6 has three values, and line 8 of CNV2 has tot where CNV1 has the accuracy.
-inline constexpr OrbitLine<C> beidouRateAnomaly = {narrowOwn<&C::adot>, k<&K::Crs>, k<&K::deltaN>, k<&K::M0>};
-inline constexpr OrbitLine<C> beidouRates = {k<&K::IDOT>, own<&C::deltaNDot>, own<&C::satType>, zero};
-inline constexpr OrbitLine<C> beidouSisai = {own<&C::sisai>, zero, own<&C::sisai>};
-inline constexpr OrbitLine<C> beidouDelays = {own<&C::sisai>, zero, k<&K::tgd>, own<&C::tgd2>};
-inline constexpr OrbitLine<C> beidouTotAndIode = {k<&K::tot>, zero, zero, k<&K::iode>};
+inline constexpr OrbitLine<Beidou> beidouRateAnomaly = {narrowOwn<&Beidou::adot>, k<&Kepler::Crs>,
+                                                        k<&Kepler::deltaN>, k<&Kepler::M0>};
+inline constexpr OrbitLine<Beidou> beidouRates = {k<&Kepler::IDOT>, own<&Beidou::deltaNDot>,
+                                                  own<&Beidou::satType>, zero};
+inline constexpr OrbitLine<Beidou> beidouSisai = {own<&Beidou::sisai>, zero, own<&Beidou::sisai>};
+inline constexpr OrbitLine<Beidou> beidouDelays = {own<&Beidou::sisai>, zero, k<&Kepler::tgd>,
+                                                   own<&Beidou::tgd2>};
+inline constexpr OrbitLine<Beidou> beidouTotAndIode = {k<&Kepler::tot>, zero, zero, k<&Kepler::iode>};
 
-inline constexpr std::array<OrbitLine<C>, 9> beidouCnv1 = {{
+inline constexpr std::array<OrbitLine<Beidou>, 9> beidouCnv1 = {{
     beidouRateAnomaly,
-    shape<C>,
-    node<C>,
-    inclination<C>,
+    shape<Beidou>,
+    node<Beidou>,
+    inclination<Beidou>,
     beidouRates,
     beidouSisai,
     beidouDelays,
-    {k<&K::accuracy>, k<&K::health>, zero, k<&K::iodc>},
+    {k<&Kepler::accuracy>, k<&Kepler::health>, zero, k<&Kepler::iodc>},
     beidouTotAndIode,
 }};
-inline constexpr std::array<OrbitLine<C>, 9> beidouCnv2 = {{
+inline constexpr std::array<OrbitLine<Beidou>, 9> beidouCnv2 = {{
     beidouRateAnomaly,
-    shape<C>,
-    node<C>,
-    inclination<C>,
+    shape<Beidou>,
+    node<Beidou>,
+    inclination<Beidou>,
     beidouRates,
     beidouSisai,
     beidouDelays,
-    {k<&K::tot>, k<&K::health>, zero, k<&K::iodc>},
+    {k<&Kepler::tot>, k<&Kepler::health>, zero, k<&Kepler::iodc>},
     beidouTotAndIode,
 }};
-inline constexpr std::array<OrbitLine<C>, 8> beidouCnv3 = {{
+inline constexpr std::array<OrbitLine<Beidou>, 8> beidouCnv3 = {{
     beidouRateAnomaly,
-    shape<C>,
-    node<C>,
-    inclination<C>,
+    shape<Beidou>,
+    node<Beidou>,
+    inclination<Beidou>,
     beidouRates,
     beidouSisai,
-    {zero, k<&K::health>, zero, own<&C::tgd2>},
-    {k<&K::tot>},
+    {zero, k<&Kepler::health>, zero, own<&Beidou::tgd2>},
+    {k<&Kepler::tot>},
 }};
-inline constexpr std::array<RecordForm<C>, 5> beidou = {{
-    {NavType::d1, clock<C>, beidouD},
-    {NavType::d2, clock<C>, beidouD},
-    {NavType::cnv1, clock<C>, beidouCnv1},
-    {NavType::cnv2, clock<C>, beidouCnv2},
-    {NavType::cnv3, clock<C>, beidouCnv3},
+inline constexpr std::array<RecordForm<Beidou>, 5> beidou = {{
+    {NavType::d1, clock<Beidou>, beidouD},
+    {NavType::d2, clock<Beidou>, beidouD},
+    {NavType::cnv1, clock<Beidou>, beidouCnv1},
+    {NavType::cnv2, clock<Beidou>, beidouCnv2},
+    {NavType::cnv3, clock<Beidou>, beidouCnv3},
 }};
 
 }  // namespace forms

@@ -88,6 +88,8 @@ void writeSatelliteLines(TextWriter& out, std::span<const SatEpochRecord> record
                          std::size_t slotCount, const ObsCodeList* codeList) {
     std::int32_t previous = -1;
     for (const SatEpochRecord& record : records) {
+        // Deliberate: a GLONASS satellite without a slot shows its channel, and of two neighbours with one
+        // slot the second is dropped.
         const std::int32_t id = record.gloSlotNumber != 0 ? record.gloSlotNumber : record.number;
         const bool repeated = record.gloSlotNumber != 0 && record.gloSlotNumber == previous;
         if (id == 0 || repeated) {

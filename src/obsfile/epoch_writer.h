@@ -1,5 +1,5 @@
 // One epoch of the observation file: the "> " line, and a line for each satellite, constellation after
-// constellation. Every signal takes its 64 columns whether or not the header lists it.
+// constellation. Deliberate: every signal takes its 64 columns whether or not the header lists it.
 #pragma once
 
 #include <cstdint>

@@ -80,6 +80,7 @@ void countUses(SignalSurvey& survey) {
         for (std::size_t band = 0; band < bands; ++band) {
             const auto entries = std::span(survey.signalSatellites[c][band]).first(listedEntries);
             const auto used = std::ranges::count_if(entries, [&](std::int32_t number) {
+                // Deliberate: an unknown slot is listed, but not counted.
                 const bool unknown =
                     constellation == Constellation::glonass && band < bandCount && number == unknownSlot;
                 return number != 0 && !unknown;
@@ -150,7 +151,8 @@ void writeBeidouPass(TextWriter& out, std::string_view code, double shift, const
     if (written != satellitesPerLine) {
         return;
     }
-    // The walk goes on behind the tenth satellite, but the position that ends it starts at the tenth's.
+    // Deliberate: the walk goes on behind the tenth satellite, but the position that ends it starts at the
+    // tenth's.
     beginContinuationLine(out);
     written = 0;
     for (std::size_t position = lastListed; position < useCount && written < satellitesPerLine; ++position) {
@@ -181,6 +183,7 @@ void writeGlonassSlots(TextWriter& out, GlonassSlotTable& table) {
 }
 
 void writeGlonassBiases(TextWriter& out, const ObsCodeList& glonassCodes) {
+    // Deliberate: always 0.000, and an absent code moves the label 13 columns to the left.
     constexpr std::size_t biasedBands = 4;
     for (std::size_t band = 0; band < biasedBands; ++band) {
         const SignalText& code = glonassCodes[slotOf(band, Kind::code)];

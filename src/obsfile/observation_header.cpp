@@ -4,15 +4,16 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "obsfile/header_lines.h"
 #include "obsfile/header_tables.h"
-#include "text/header_lines.h"
 
 namespace orbconv {
 
 namespace {
 
 void writeVersionLine(TextWriter& out, double rinexVersion, std::string_view satelliteSystemLetter) {
-    // An empty letter takes no column, so that the rest of the line stands one column to the left.
+    // Deliberate: an empty letter takes no column, so that the rest of the line stands one column to the
+    // left.
     out.fixed(rinexVersion, 2, 9)
         .blanks(11)
         .text("OBSERVATION DATA")
@@ -50,6 +51,7 @@ void writeFirstLines(TextWriter& out, const ObservationHeaderTables& tables) {
         .left(std::string_view(receiver.receiverVersion).substr(0, 20), 20)
         .text("REC # / TYPE / VERS")
         .endLine();
+    // Deliberate: the position stands ahead of the antenna, as the interval does of the two times.
     const auto& position = receiver.approxPosition;
     writeThreeLengths(out, position[0], position[1], position[2], "APPROX POSITION XYZ");
     writeStrictField(out, options.antennaNumber, 20);

@@ -23,7 +23,6 @@ namespace {
 
 constexpr int exitFailure = 1;
 constexpr std::size_t cutCharacters = 4;
-constexpr double firstMixedVersion = 4.0;
 
 // Progress shows as it happens, so each text is flushed.
 void report(std::string_view text) {
@@ -100,7 +99,7 @@ void writeNavigation(RunState& state, const std::string& baseName) {
                                .stamp = state.stamp,
                                .satelliteSystemLetter = state.presence.satelliteSystemLetter(),
                                .navigation = state.navigation};
-    if (state.options.rinexVersion < firstMixedVersion) {
+    if (!isRinex4(state.options.rinexVersion)) {
         for (const NavFileRow& row : navFileRows) {
             if (state.options.*(row.include)) {
                 OutputFile file(outputName(baseName, state.stamp, row.letter));

@@ -33,6 +33,11 @@ struct RunOptions {
     std::string antennaNumber = "-Unknown-";
 };
 
+// From this version on there is one mixed navigation file, and its records have "> EPH" lines.
+constexpr bool isRinex4(double rinexVersion) {
+    return rinexVersion >= 4.0;
+}
+
 // The computer's clock in UTC, taken once after the survey pass. Not the time of the observations.
 struct RunStamp {
     int year = 0;  // four digits

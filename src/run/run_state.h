@@ -14,7 +14,7 @@
 
 namespace orbconv {
 
-// Some 350 KiB: not for the stack.
+// Half a megabyte: not for the stack.
 struct RunState {
     RunOptions options;
     bool surveying = true;  // from program start to the end of the survey pass

@@ -1,4 +1,4 @@
-#include "text/header_lines.h"
+#include "obsfile/header_lines.h"
 
 #include <string>
 

@@ -1,0 +1,25 @@
+#include "navfile/nav_header_lines.h"
+
+#include "obsfile/header_lines.h"
+
+namespace orbconv {
+
+void writeNavFirstLines(TextWriter& out, const NavFileTables& tables, std::string_view systemText,
+                        int blanksBehind) {
+    out.fixed(tables.rinexVersion, 2, 9)
+        .blanks(11)
+        .text("N: GNSS NAV DATA")
+        .blanks(4)
+        .text(systemText)
+        .blanks(blanksBehind)
+        .text("RINEX VERSION / TYPE")
+        .endLine();
+    writeProgramLine(out, tables.stamp);
+    writeLeapSeconds(out, tables.navigation.lastLeapSeconds);
+}
+
+GalileoEphemeris firstGalileoEphemeris(const NavigationTables& navigation) {
+    return navigation.galileo.slots.empty() ? GalileoEphemeris{} : navigation.galileo.slots.front();
+}
+
+}  // namespace orbconv
