@@ -18,8 +18,8 @@ constexpr double secondsPerMillisecond = 1e-3;
 }  // namespace
 
 std::string_view timeScaleName(float timeBase) {
-    const auto index = static_cast<std::size_t>(timeBase);  // from a byte, so never negative
-    return index < timeScaleNames.size() ? timeScaleNames[index] : std::string_view{};
+    const bool known = timeBase >= 0.0F && timeBase < static_cast<float>(timeScaleNames.size());
+    return known ? timeScaleNames[static_cast<std::size_t>(timeBase)] : std::string_view{};
 }
 
 ClockReading clockFromRd(const MessageStaging& staging) {

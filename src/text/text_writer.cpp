@@ -45,14 +45,19 @@ TextWriter& TextWriter::text(std::string_view text) {
     return *this;
 }
 
-TextWriter& TextWriter::blanks(int count) {
-    if (count > 0) {
-        const auto size = static_cast<std::size_t>(count);
-        char* const out = reserve(size);
-        std::memset(out, ' ', size);
-        commit(out + size);
+TextWriter& TextWriter::fill(char character, int count) {
+    for (auto left = static_cast<std::size_t>(std::max(count, 0)); left > 0;) {
+        const std::size_t piece = std::min(left, capacity);
+        char* const out = reserve(piece);
+        std::memset(out, character, piece);
+        commit(out + piece);
+        left -= piece;
     }
     return *this;
+}
+
+TextWriter& TextWriter::blanks(int count) {
+    return fill(' ', count);
 }
 
 TextWriter& TextWriter::left(std::string_view text, int width) {
@@ -63,15 +68,8 @@ TextWriter& TextWriter::right(std::string_view text, int width) {
     return padded(text, width, ' ');
 }
 
-TextWriter& TextWriter::padded(std::string_view text, int width, char fill) {
-    const auto columns = static_cast<std::size_t>(std::max(width, 0));
-    if (text.size() < columns) {
-        const std::size_t missing = columns - text.size();
-        char* const out = reserve(missing);
-        std::memset(out, fill, missing);
-        commit(out + missing);
-    }
-    return this->text(text);
+TextWriter& TextWriter::padded(std::string_view text, int width, char character) {
+    return fill(character, width - static_cast<int>(text.size())).text(text);
 }
 
 TextWriter& TextWriter::integer(std::int64_t value, int width, char fill) {

@@ -47,7 +47,8 @@ public:
     static constexpr std::size_t capacity = std::size_t{128} * 1024;
 
 private:
-    TextWriter& padded(std::string_view text, int width, char fill);
+    TextWriter& fill(char character, int count);
+    TextWriter& padded(std::string_view text, int width, char character);
 
     std::ostream* sink_;
     std::unique_ptr<char[]> buffer_;  // NOLINT(*-avoid-c-arrays): uninitialised on purpose

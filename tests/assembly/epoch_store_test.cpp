@@ -42,7 +42,6 @@ SatEpochRecord filledRecord() {
     record.gloSlotNumber = 24;
     record.columnBytes.fill(0xAB);
     record.signalFlags.fill(0xFFFFFFFFU);
-    record.touched = true;
     return record;
 }
 
@@ -161,7 +160,11 @@ TEST(ClearRecord, LeavesNamesDigitsSlotAndColumnBytes) {
 }
 
 TEST_F(EpochStore, ClearStopsBehindIndex29InEveryArray) {
-    store.all.fill(filledRecord());
+    for (const Constellation constellation : everyConstellation) {
+        for (std::size_t i = 0; i < store.records(constellation).size(); ++i) {
+            preset(constellation, i) = filledRecord();
+        }
+    }
     clearEpochRecords(store);
     for (const Constellation constellation : everyConstellation) {
         const auto records = store.records(constellation);

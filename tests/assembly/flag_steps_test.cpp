@@ -310,6 +310,26 @@ TEST_F(FlagSteps, SatellitesBeyondTheRecordsReachNoOtherList) {
     EXPECT_EQ(shiftList(gps, 1), orbconv::SatelliteNumbers{});
 }
 
+TEST_F(FlagSteps, NewOwnerOfAPlaceIsListedAlsoIfTheListStaysAsItWas) {
+    for (const std::int32_t owner : {9, 10, 9, 11}) {
+        record(gps) = {.number = owner, .signalFlags = {0x40}};
+        list({satellite(gps, 7)});
+        put("FC", {0});
+        collect();
+    }
+    EXPECT_EQ(signalList(gps, 0), (orbconv::SatelliteNumbers{9, 10, 11}));
+    EXPECT_EQ(survey.signalUseCount[0][0], 4U);
+}
+
+TEST_F(FlagSteps, NewSlotOfAChannelIsListed) {
+    for (const std::int32_t slot : {0, 3, 255, 3, 4}) {
+        record(glonass).gloSlotNumber = slot;
+        meet("FC", satellite(glonass, -7));
+    }
+    EXPECT_EQ(signalList(glonass, 0), (orbconv::SatelliteNumbers{3, 255, 4}));
+    EXPECT_EQ(shiftList(glonass, 0), orbconv::SatelliteNumbers{-7});
+}
+
 // ---- the satellite lists of the phase shift ----
 
 TEST_F(FlagSteps, PlaceOfAnotherSatelliteSendsTheNumberToTheFirstFreeEntry) {

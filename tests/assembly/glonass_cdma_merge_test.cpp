@@ -2,9 +2,6 @@
 // past the end of a row, of the flags and of the record.
 #include <gtest/gtest.h>
 
-#include <bit>
-#include <cstring>
-
 #include "assembly/record_order.h"
 #include "support/assembly_bench.h"
 
@@ -17,10 +14,11 @@ using enum testsupport::Constellation;
 
 class GlonassCdmaMerge : public testsupport::AssemblyTest {
 protected:
-    // Numbers that match nothing else, so that only the records of a test meet.
+    // Numbers that match nothing else, and whose presence bit is clear, so that only the records of a test
+    // meet.
     void SetUp() override {
         for (std::size_t i = 0; i < 32; ++i) {
-            record(glonass, i).number = 1000 + static_cast<std::int32_t>(i);
+            record(glonass, i).number = 2048 + static_cast<std::int32_t>(i);
         }
     }
     // A CDMA record with a value of its own in row r and band b: 100 * (r + 1) + b.
@@ -70,7 +68,7 @@ TEST_F(GlonassCdmaMerge, ListsGoBehindTheSixBandsOfGlonass) {
 }
 
 TEST_F(GlonassCdmaMerge, ValuesOfFiveBandsGoToTheColumnsBehindTheOwnOnes) {
-    cdma(4, 1002);
+    cdma(4, 2050);
     record(glonass, 2).obs.fill(-1.0);
     merge();
     for (std::size_t row = 0; row < 4; ++row) {
@@ -85,7 +83,7 @@ TEST_F(GlonassCdmaMerge, ValuesOfFiveBandsGoToTheColumnsBehindTheOwnOnes) {
 }
 
 TEST_F(GlonassCdmaMerge, SixthBandOfARowGoesToTheFirstColumnOfTheNext) {
-    cdma(0, 1000);
+    cdma(0, 2048);
     record(glonass, 0).obs.fill(-1.0);
     merge();
     EXPECT_EQ(record(glonass, 0).at(ObsRow::pseudorange, 0), -1.0);
@@ -95,19 +93,19 @@ TEST_F(GlonassCdmaMerge, SixthBandOfARowGoesToTheFirstColumnOfTheNext) {
 }
 
 TEST_F(GlonassCdmaMerge, SixthBandOfTheLastRowGoesToTheFirstTwoDigits) {
-    cdma(0, 1000).at(ObsRow::strength, 5) = 46.75;
+    cdma(0, 2048).at(ObsRow::strength, 5) = 46.75;
     merge();
     // 46.75 is 1.4609375 * 2^5: sign and exponent 0x404, fraction 0x7600000000000.
     EXPECT_EQ(record(glonass, 0).strengthIndex[0], 0);
     EXPECT_EQ(record(glonass, 0).strengthIndex[1], 0x40476000);
-    cdma(0, 1000).at(ObsRow::strength, 5) = 0.1;
+    cdma(0, 2048).at(ObsRow::strength, 5) = 0.1;
     merge();
     EXPECT_EQ(static_cast<std::uint32_t>(record(glonass, 0).strengthIndex[0]), 0x9999999AU);
     EXPECT_EQ(record(glonass, 0).strengthIndex[1], 0x3FB99999);
 }
 
 TEST_F(GlonassCdmaMerge, DigitsGoBehindTheOwnSix) {
-    cdma(0, 1000);
+    cdma(0, 2048);
     record(glonass, 0).strengthIndex.fill(-1);
     merge();
     const auto& digits = record(glonass, 0).strengthIndex;
@@ -117,7 +115,7 @@ TEST_F(GlonassCdmaMerge, DigitsGoBehindTheOwnSix) {
 }
 
 TEST_F(GlonassCdmaMerge, PresenceBitsGoBehindTheOwnSixAndOtherBitsStay) {
-    cdma(0, 1000).signalFlags = {0xFFFFFFFFU, 0, 0x40, 0xFFFFFFBFU, 0x40};
+    cdma(0, 2048).signalFlags = {0xFFFFFFFFU, 0, 0x40, 0xFFFFFFBFU, 0x40};
     record(glonass, 0).signalFlags = {1, 2, 3, 4, 5, 6, 0x81, 0xFF, 0, 0x40, 0x40};
     merge();
     EXPECT_EQ(record(glonass, 0).signalFlags,
@@ -126,17 +124,17 @@ TEST_F(GlonassCdmaMerge, PresenceBitsGoBehindTheOwnSixAndOtherBitsStay) {
 
 TEST_F(GlonassCdmaMerge, PresenceOfTheSixthBandGoesToTheNumberOfTheNextRecord) {
     record(glonass, 1).number = 0x105;
-    cdma(0, 1000).signalFlags[5] = 0x40;
+    cdma(0, 2048).signalFlags[5] = 0x40;
     merge();
     EXPECT_EQ(record(glonass, 1).number, 0x145);
-    cdma(0, 1000).signalFlags[5] = 0xFFFFFFBFU;
+    cdma(0, 2048).signalFlags[5] = 0xFFFFFFBFU;
     merge();
     EXPECT_EQ(record(glonass, 1).number, 0x105);
 }
 
 TEST_F(GlonassCdmaMerge, NumberChangedOnTheWayDecidesAboutTheNextRecord) {
     record(glonass, 1).number = 5;
-    cdma(0, 1000).signalFlags[5] = 0x40;
+    cdma(0, 2048).signalFlags[5] = 0x40;
     cdma(1, 5 + 64);
     merge();
     EXPECT_EQ(record(glonass, 1).number, 5 + 64);
@@ -145,7 +143,7 @@ TEST_F(GlonassCdmaMerge, NumberChangedOnTheWayDecidesAboutTheNextRecord) {
 
 TEST_F(GlonassCdmaMerge, OnlyTheFirstSixGlonassRecordsTakePart) {
     for (std::size_t i = 0; i < 7; ++i) {
-        cdma(i, 1000 + static_cast<std::int32_t>(i));
+        cdma(i, 2048 + static_cast<std::int32_t>(i));
     }
     merge();
     for (std::size_t i = 0; i < 6; ++i) {
@@ -155,20 +153,20 @@ TEST_F(GlonassCdmaMerge, OnlyTheFirstSixGlonassRecordsTakePart) {
 }
 
 TEST_F(GlonassCdmaMerge, AllThirtyCdmaRecordsAreLookedAt) {
-    cdma(29, 1003);
+    cdma(29, 2051);
     merge();
     EXPECT_EQ(record(glonass, 3).at(ObsRow::doppler, 6), 200.0);
 }
 
 TEST_F(GlonassCdmaMerge, LastOfSeveralCdmaRecordsOfANumberRemains) {
-    cdma(3, 1000);
-    cdma(7, 1000).at(ObsRow::pseudorange, 0) = 4711.0;
+    cdma(3, 2048);
+    cdma(7, 2048).at(ObsRow::pseudorange, 0) = 4711.0;
     merge();
     EXPECT_EQ(record(glonass, 0).at(ObsRow::pseudorange, 6), 4711.0);
 }
 
 TEST_F(GlonassCdmaMerge, ChannelZeroMeetsEveryFreeCdmaRecord) {
-    record(glonass, 2) = {.number = 0, .touched = true};
+    record(glonass, 2) = {.number = 0};
     record(glonass, 2).obs.fill(7.0);
     record(glonass, 2).strengthIndex.fill(5);
     record(glonass, 3).number = 0x4F;
@@ -185,9 +183,9 @@ TEST_F(GlonassCdmaMerge, ChannelZeroMeetsEveryFreeCdmaRecord) {
 }
 
 TEST_F(GlonassCdmaMerge, CdmaRecordsStayAsTheyAre) {
-    const SatEpochRecord before = cdma(0, 1000);
+    const SatEpochRecord before = cdma(0, 2048);
     merge();
-    EXPECT_EQ(record(glonassCdma, 0).number, 1000);
+    EXPECT_EQ(record(glonassCdma, 0).number, 2048);
     EXPECT_EQ(record(glonassCdma, 0).obs, before.obs);
     EXPECT_EQ(record(glonassCdma, 0).strengthIndex, before.strengthIndex);
 }
@@ -196,7 +194,7 @@ TEST_F(GlonassCdmaMerge, WithoutAMatchNoRecordChanges) {
     cdma(0, 77);
     merge();
     for (std::size_t i = 0; i < 32; ++i) {
-        EXPECT_EQ(record(glonass, i).number, 1000 + static_cast<std::int32_t>(i));
+        EXPECT_EQ(record(glonass, i).number, 2048 + static_cast<std::int32_t>(i));
         EXPECT_EQ(record(glonass, i).obs, SatEpochRecord{}.obs);
         EXPECT_EQ(record(glonass, i).strengthIndex, SatEpochRecord{}.strengthIndex);
     }
@@ -207,8 +205,8 @@ TEST_F(GlonassCdmaMerge, ClearFindsWhatItWroteIntoAFreeRecord) {
     for (std::size_t i = 1; i < 32; ++i) {
         record(glonass, i).number = 0;
     }
-    cdma(0, 1000).signalFlags[5] = 0x40;
-    cdma(1, 0);
+    cdma(0, 2048).signalFlags[5] = 0x40;
+    cdma(29, 0);  // behind all free ones
     merge();
     EXPECT_EQ(record(glonass, 1).number, 64);
     EXPECT_NE(record(glonass, 3).obs, SatEpochRecord{}.obs);

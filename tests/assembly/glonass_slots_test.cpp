@@ -12,7 +12,7 @@ using testsupport::satellite;
 using testsupport::satellites;
 using enum testsupport::Constellation;
 
-class GlonassSlots : public testsupport::AssemblyTest {
+class GlonassRecordSlots : public testsupport::AssemblyTest {
 protected:
     void assign(const std::vector<std::int64_t>& slots) {
         put("NN", slots);
@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(GlonassSlots, FreeRecordsTakeChannelAndSlotInTheOrderOfTheList) {
+TEST_F(GlonassRecordSlots, FreeRecordsTakeChannelAndSlotInTheOrderOfTheList) {
     list({satellite(gps, 9), satellite(glonass, -7), satellite(beidou, 3), satellite(glonass, 6),
           satellite(glonass, 1)});
     assign({24, 1, 9});
@@ -34,14 +34,14 @@ TEST_F(GlonassSlots, FreeRecordsTakeChannelAndSlotInTheOrderOfTheList) {
     expectRecord(3, 0, 0);
 }
 
-TEST_F(GlonassSlots, RecordOfTheChannelTakesANewSlot) {
+TEST_F(GlonassRecordSlots, RecordOfTheChannelTakesANewSlot) {
     list({satellite(glonass, -7)});
     assign({24});
     assign({255});
     expectRecord(0, -7, 255);
 }
 
-TEST_F(GlonassSlots, RecordOfAnotherChannelIsLeftAlone) {
+TEST_F(GlonassRecordSlots, RecordOfAnotherChannelIsLeftAlone) {
     record(glonass, 0).number = 5;
     record(glonass, 0).gloSlotNumber = 11;
     list({satellite(glonass, -7), satellite(glonass, 2)});
@@ -50,7 +50,7 @@ TEST_F(GlonassSlots, RecordOfAnotherChannelIsLeftAlone) {
     expectRecord(1, 2, 3);
 }
 
-TEST_F(GlonassSlots, UnknownSlotAndSlotZeroAreTaken) {
+TEST_F(GlonassRecordSlots, UnknownSlotAndSlotZeroAreTaken) {
     list({satellite(glonass, 1), satellite(glonass, 2)});
     record(glonass, 1).gloSlotNumber = 7;
     assign({255, 0});
@@ -58,13 +58,13 @@ TEST_F(GlonassSlots, UnknownSlotAndSlotZeroAreTaken) {
     expectRecord(1, 2, 0);
 }
 
-TEST_F(GlonassSlots, ChannelZeroTakesItsSlotAndStaysFree) {
+TEST_F(GlonassRecordSlots, ChannelZeroTakesItsSlotAndStaysFree) {
     list({satellite(glonass, 0)});
     assign({17});
     expectRecord(0, 0, 17);
 }
 
-TEST_F(GlonassSlots, ShorterNnLeavesTheOthersWithTheBytesOfTheOneBefore) {
+TEST_F(GlonassRecordSlots, ShorterNnLeavesTheOthersWithTheBytesOfTheOneBefore) {
     list({satellite(glonass, 1), satellite(glonass, 2), satellite(glonass, 3)});
     put("NN", {11, 12, 13});
     assign({21});
@@ -73,7 +73,7 @@ TEST_F(GlonassSlots, ShorterNnLeavesTheOthersWithTheBytesOfTheOneBefore) {
     expectRecord(2, 3, 13);
 }
 
-TEST_F(GlonassSlots, ElementsBeyondTheRoomOfNnArePassedOver) {
+TEST_F(GlonassRecordSlots, ElementsBeyondTheRoomOfNnArePassedOver) {
     list(satellites(glonass, 1, 40));
     assign(std::vector<std::int64_t>(40, 9));
     expectRecord(23, 24, 9);
@@ -83,27 +83,27 @@ TEST_F(GlonassSlots, ElementsBeyondTheRoomOfNnArePassedOver) {
     EXPECT_EQ(record(galileo, 0).number, 0);
 }
 
-TEST_F(GlonassSlots, EmptyListChangesNothing) {
+TEST_F(GlonassRecordSlots, EmptyListChangesNothing) {
     staleList({satellite(glonass, 1)});
     assign({9});
     expectRecord(0, 0, 0);
 }
 
-TEST_F(GlonassSlots, NoFlagIsLookedAt) {
+TEST_F(GlonassRecordSlots, NoFlagIsLookedAt) {
     includeEverySystem(false);
     list({satellite(glonass, 1)});
     assign({9});
     expectRecord(0, 1, 9);
 }
 
-TEST_F(GlonassSlots, SlotSurvivesAClear) {
+TEST_F(GlonassRecordSlots, SlotSurvivesAClear) {
     list({satellite(glonass, 1)});
     assign({9});
     orbconv::clearEpochRecords(store);
     expectRecord(0, 0, 9);
 }
 
-TEST_F(GlonassSlots, OtherConstellationsAreLeftAlone) {
+TEST_F(GlonassRecordSlots, OtherConstellationsAreLeftAlone) {
     list({satellite(gps, 9), satellite(glonassCdma, 4)});
     assign({24, 1});
     for (const auto& record : store.all) {

@@ -312,6 +312,7 @@ TEST_F(PhaseSteps, SwitchedOffLastBandOfGalileoWouldStoreItsShiftInTheFourthColu
         restart();
         options.rinexVersion = version;
         survey.phaseShiftValues[2] = {9.0F, 9.0F, 9.0F, 9.0F, 9.0F, 9.0F};
+        record(galileo).signalName.fill("old");
         list({satellite(galileo, 2)});
         put("lp", {100});
         assemble();
@@ -320,6 +321,7 @@ TEST_F(PhaseSteps, SwitchedOffLastBandOfGalileoWouldStoreItsShiftInTheFourthColu
         EXPECT_EQ(survey.phaseShiftValues[2][5], 9.0F);
         EXPECT_EQ(survey.signalUseCount[2][3], open ? 1U : 0U) << version;
         EXPECT_EQ(survey.signalUseCount[2][5], 0U);
+        EXPECT_EQ(record(galileo).signalName[26].view(), "old");
         EXPECT_EQ(record(galileo).obs, SatEpochRecord{}.obs);
     }
 }

@@ -245,16 +245,16 @@ using testsupport::shut;
 
 // clang-format off
 constexpr auto deltaRows = std::to_array<DeltaRow>({
-    {{"1r", gps},         always,  true}, {{"1r", glonass}, always,  true}, {{"1r", galileo},     always,  true},
-    {{"1r", beidou},      always,  true}, {{"1r", navic},   only135},       {{"1r", glonassCdma}, only135},
-    {{"2r", gps},         always},        {{"2r", glonass}, always},        {{"2r", galileo},     always},
-    {{"2r", beidou},      always},        {{"2r", navic},   only4},         {{"2r", glonassCdma}, only135},
-    {{"3r", gps},         always},        {{"3r", glonass}, always},        {{"3r", galileo},     always},
-    {{"3r", beidou},      always},        {{"3r", navic},   only135},       {{"3r", glonassCdma}, only135},
-    {{"5r", gps},         always},        {{"5r", glonass}, always},        {{"5r", galileo},     always},
-    {{"5r", beidou},      always},        {{"5r", navic},   always},        {{"5r", glonassCdma}, always},
-    {{"lr", gps},         always},        {{"lr", glonass}, only4},         {{"lr", galileo},     shut},
-    {{"lr", beidou},      always},        {{"lr", navic},   only401},       {{"lr", glonassCdma}, always},
+    {{"1r", gps}, always, true},    {{"1r", glonass}, always, true}, {{"1r", galileo}, always, true},
+    {{"1r", beidou}, always, true}, {{"1r", navic}, only135},        {{"1r", glonassCdma}, only135},
+    {{"2r", gps}, always},          {{"2r", glonass}, always},       {{"2r", galileo}, always},
+    {{"2r", beidou}, always},       {{"2r", navic}, only4},          {{"2r", glonassCdma}, only135},
+    {{"3r", gps}, always},          {{"3r", glonass}, always},       {{"3r", galileo}, always},
+    {{"3r", beidou}, always},       {{"3r", navic}, only135},        {{"3r", glonassCdma}, only135},
+    {{"5r", gps}, always},          {{"5r", glonass}, always},       {{"5r", galileo}, always},
+    {{"5r", beidou}, always},       {{"5r", navic}, always},         {{"5r", glonassCdma}, always},
+    {{"lr", gps}, always},          {{"lr", glonass}, only4},        {{"lr", galileo}, shut},
+    {{"lr", beidou}, always},       {{"lr", navic}, only401},        {{"lr", glonassCdma}, always},
 });
 // clang-format on
 

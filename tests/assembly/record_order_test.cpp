@@ -89,7 +89,6 @@ SatEpochRecord markedRecord(std::int32_t mark) {
     record.gloSlotNumber = mark;
     record.columnBytes.fill(static_cast<std::uint8_t>(mark));
     record.signalFlags.fill(static_cast<std::uint32_t>(mark) << 3);
-    record.touched = true;
     return record;
 }
 
@@ -136,7 +135,7 @@ TEST_F(RecordOrder, RecordsAreMovedInEachField) {
     }
 }
 
-TEST_F(RecordOrder, RecordWithoutAKeyStaysAndPartsTheOthers) {
+TEST_F(RecordOrder, RecordWithoutAKeyStaysAndSplitsTheOthers) {
     setKeys(gps, {7, 0, 3});
     sort();
     EXPECT_EQ(keys(gps, 3), (std::vector<std::int32_t>{7, 0, 3}));

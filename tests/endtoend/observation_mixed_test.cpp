@@ -19,7 +19,8 @@ using testsupport::joined;
 using Lines = std::vector<std::string>;
 
 // Two epochs of C10, G07, I02, R05 on channel 1 and E11, in this order: raw ranges and phases of 0, a raw
-// Doppler of -1 Hz. BeiDou alone has its third band too.
+// Doppler of -1 Hz. BeiDou alone has its third band too, whose range takes the last difference of the second
+// band, in the order of the list, of a constellation that is not left out; NavIC's is never taken.
 LogBuilder mixedLog() {
     constexpr std::uint16_t on = 0x40;
     LogBuilder log;
@@ -40,6 +41,7 @@ LogBuilder mixedLog() {
                                                {0, 0, 0, 0, 0},
                                                {180, 184, 188, 192, 196},
                                                {on, on, on, on, on}},
+                                              {Band::b1, {100, 200, 300, 400, 500}},
                                               {Band::b2,
                                                {0, 0, 0, 0, 0},
                                                {0, 0, 0, 0, 0},
@@ -71,11 +73,17 @@ const std::map<char, SystemLines>& systemLines() {
         {'C',
          {"C    2 C7I", "C L7Z  0.25000  01 C10",
           "C10  31478208.090   163915290.500 7         1.000          45.000  " + blanks(64) +
-              "  31478268.048   126749700.250 4         0.773          24.000  " + blanks(192)}},
+              "  @@@   126749700.250 4         0.773          24.000  " + blanks(192)}},
         {'I',
          {"I    4 C9A L9A D9A S9A", "I L9A  0.00000  01 I02",
           "I02  31478208.090   261662940.000 7         1.582          47.000  "}}};
     return lines;
+}
+
+// The range of C10's third band: (0.105 s + 2e-7 s + d * 1e-11 s) * 299792458 m/s.
+std::string thirdRange(const std::string& letters) {
+    const auto has = [&](char letter) { return letters.find(letter) != std::string::npos; };
+    return has('E') ? "31478269.547" : has('R') ? "31478269.248" : has('G') ? "31478268.648" : "31478268.348";
 }
 
 // The whole file with the constellations of `letters`, which stand in the order of the file.
@@ -88,6 +96,9 @@ Lines expectedFile(const std::string& version, const std::string& firstLetter, c
         types.push_back(headerLine(lines.types, "SYS / # / OBS TYPES"));
         shifts.push_back(headerLine(lines.shift, "SYS / PHASE SHIFT"));
         epoch.push_back(lines.epoch);
+        if (const auto place = epoch.back().find("@@@"); place != std::string::npos) {
+            epoch.back().replace(place, 3, thirdRange(letters));
+        }
     }
     Lines glonass;
     if (letters.find('R') != std::string::npos) {
@@ -136,7 +147,8 @@ INSTANTIATE_TEST_SUITE_P(
                                      LeftOut{{"-E"}, "M", "GRCI"}, LeftOut{{"-C"}, "M", "GREI"},
                                      LeftOut{{"-I"}, "M", "GREC"}, LeftOut{{"-G", "-R"}, "I", "ECI"},
                                      LeftOut{{"-R", "-I"}, "G", "GEC"}, LeftOut{{"-G", "-I"}, "R", "REC"},
-                                     LeftOut{{"-G", "-R", "-I"}, "", "EC"},
+                                     LeftOut{{"-G", "-R", "-I"}, "", "EC"}, LeftOut{{"-R", "-E"}, "M", "GCI"},
+                                     LeftOut{{"-G", "-R", "-E"}, "I", "CI"},
                                      LeftOut{{"-G", "-R", "-E", "-C", "-I"}, "", ""})));
 
 }  // namespace

@@ -111,6 +111,11 @@ TEST(ObservationTiming, TheLogsLastStepIsTheIntervalOfTheWholeFile) {
                             epochLine("00 01  0.0000000", 1), g01));
 }
 
+TEST(ObservationTiming, AcrossMidnightTheIntervalIsNegativeAndAStepFromZeroLeavesItSo) {
+    const auto run = convert(gpsLog({5000, 6000, 0, 1000}).bytes());
+    EXPECT_THAT(run.labelled('o', "INTERVAL"), ElementsAre(headerLine("    -6.000", "INTERVAL")));
+}
+
 TEST(ObservationTiming, ALogWithoutADateAtItsStartReportsItsLastTimeAsItsFirst) {
     LogBuilder log;
     for (const std::uint32_t second : {0U, 1U, 2U}) {
@@ -134,17 +139,29 @@ TEST(ObservationTiming, IdentityBehindTheSecondTimeDoesNotReachTheHeader) {
                 ElementsAre(headerLine("        0.0000        0.0000        0.0000", "APPROX POSITION XYZ")));
 }
 
-TEST(ObservationTiming, APhaseThatComesAfterTheFirstEpochLeavesItsShiftAtZero) {
+TEST(ObservationTiming, ASignalWithoutAnyPhaseKeepsAShiftOfZero) {
     LogBuilder log;
     log.time(3600000).rd(2024, 3, 5);
     addEpoch(log, {.satellites = {{SystemCode::gps, 1}},
                    .bands = {{.band = Band::b1, .flags = {on}},
                              {.band = Band::b5, .phases = {0}, .flags = {on}}}});
     log.time(3601000);
-    addEpoch(log, {.satellites = {{SystemCode::gps, 1}}, .bands = {{.band = Band::b1, .phases = {0}}}});
     EXPECT_THAT(convert(log.bytes()).labelled('o', "SYS / PHASE SHIFT"),
                 ElementsAre(headerLine("G L1W  0.00000  01 G01", "SYS / PHASE SHIFT"),
                             headerLine("G L5X  0.25000  01 G01", "SYS / PHASE SHIFT")));
+}
+
+// What the survey pass has staged is still there when the first epoch is assembled.
+TEST(ObservationTiming, APhaseOfTheLastEpochAloneGivesItsShiftToTheHeader) {
+    LogBuilder log;
+    log.time(3600000).rd(2024, 3, 5);
+    addPresence(log, {{SystemCode::gps, 1}});
+    log.time(3601000);
+    addEpoch(log, {.satellites = {{SystemCode::gps, 1}},
+                   .bands = {{.band = Band::b1, .phases = {0}, .flags = {on}}}});
+    EXPECT_THAT(convert(log.bytes()).labelled('o', "SYS / PHASE SHIFT"),
+                ElementsAre(headerLine("G L1C  0.00000  01 G01", "SYS / PHASE SHIFT"),
+                            headerLine("G L1W -0.25000  01 G01", "SYS / PHASE SHIFT")));
 }
 
 // Two epochs of one BeiDou satellite with its first signal.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,13 @@ struct LengthCase {
     std::string_view text;
     int length;
 };
+
+// Character codes: most of them cannot be shown.
+void PrintTo(const LengthCase& field, std::ostream* out) {
+    for (const char c : field.text) {
+        *out << std::hex << int{static_cast<unsigned char>(c)} << ' ';
+    }
+}
 
 class LengthField : public testing::TestWithParam<LengthCase> {};
 

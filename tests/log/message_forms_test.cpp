@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,10 @@ struct Form {
     unsigned length;
     std::vector<Piece> pieces;
 };
+
+void PrintTo(const Form& form, std::ostream* out) {
+    *out << form.id << form.length;
+}
 
 class MessageForm : public testing::TestWithParam<Form> {};
 

@@ -101,7 +101,7 @@ TEST(EpochClock, StartsWithoutADate) {
     EXPECT_EQ(valuesOf(orbconv::ReceiverClocks().epoch), Values{});
 }
 
-TEST(Interval, IsTheDifferenceOfTwoProductsInDoublePrecision) {
+TEST(IntervalBetween, IsTheDifferenceOfTwoProductsInDoublePrecision) {
     EXPECT_EQ(orbconv::intervalBetween(3600000, 3601000), 1.0F);
     EXPECT_EQ(orbconv::intervalBetween(1000, 31000), 30.0F);
     // In single precision 86399.8 - 86399.6 would be 0.203125.
@@ -109,7 +109,7 @@ TEST(Interval, IsTheDifferenceOfTwoProductsInDoublePrecision) {
     EXPECT_EQ(orbconv::intervalBetween(86399950, 86400000), 0.05F);
 }
 
-TEST(Interval, IsNegativeAcrossMidnight) {
+TEST(IntervalBetween, IsNegativeAcrossMidnight) {
     EXPECT_EQ(orbconv::intervalBetween(86399000, 0), -86399.0F);
     EXPECT_EQ(orbconv::intervalBetween(86399000, 1000), -86398.0F);
     EXPECT_EQ(orbconv::intervalBetween(4294967295U, 1), static_cast<float>(1e-3 * 1.0 - 1e-3 * 4294967295.0));

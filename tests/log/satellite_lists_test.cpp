@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <ostream>
 #include <span>
 #include <string>
 #include <vector>
@@ -116,6 +117,10 @@ struct NumberingCase {
     bool RunOptions::*flag;
     std::size_t count;
 };
+
+void PrintTo(const NumberingCase& numbering, std::ostream* out) {
+    *out << "Code" << int{numbering.code};
+}
 
 class ListNumbering : public testing::TestWithParam<NumberingCase> {};
 
@@ -318,6 +323,14 @@ TEST(NnMessage, GivesTheRecordOnChannelZeroItsSlot) {
     const SlotTables tables = SlotTables().nn(glonass({0, 3}), {10, 11});
     EXPECT_EQ(tables.entries(), "10/0 11/3 ");
     EXPECT_EQ(tables.firstRecords(3), "0:10 3:11 0:0 ");
+}
+
+TEST(NnMessage, RecordsThatItClaimedAreFreedWithTheEpochAndKeepTheirSlots) {
+    SlotTables tables;
+    tables.nn(glonass({1, 2}), {10, 11});
+    orbconv::clearEpochRecords(*tables.store);
+    EXPECT_EQ(tables.firstRecords(3), "0:10 0:11 0:0 ");
+    EXPECT_EQ(tables.nn(glonass({3}), {12}).firstRecords(3), "3:12 0:11 0:0 ");
 }
 
 TEST(NnMessage, TouchesNoRecordOfAnotherConstellation) {

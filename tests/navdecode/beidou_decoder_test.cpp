@@ -30,14 +30,7 @@ constexpr BeidouBody cnavBody(std::uint8_t sv) {
     return {.kepler = {.sv = sv}, .navFlags = 8, .adot = 0.1, .deltaNDot = 0.3F, .sisai = 1.5F};
 }
 
-struct FieldRow {
-    const char* name;
-    std::size_t offset;
-    std::size_t width;
-    std::uint64_t put;
-    double (*read)(const BeidouEphemeris&);
-    double expected;
-};
+using FieldRow = testsupport::WireField<BeidouEphemeris>;
 
 // clang-format off
 // The fields that every form has, and those of lengths 134 and 152.

@@ -17,14 +17,7 @@ GalileoEphemeris decoded(const GalileoBody& body) {
     return survey.tables().galileo.slots.at(0);
 }
 
-struct FieldRow {
-    const char* name;
-    std::size_t offset;
-    std::size_t width;
-    std::uint64_t put;
-    double (*read)(const GalileoEphemeris&);
-    double expected;
-};
+using FieldRow = testsupport::WireField<GalileoEphemeris>;
 
 // clang-format off
 const FieldRow fieldRows[] = {

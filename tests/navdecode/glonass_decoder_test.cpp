@@ -31,14 +31,7 @@ std::vector<std::int32_t> satellites(NavSurvey& survey) {
 
 using Satellites = std::vector<std::int32_t>;
 
-struct FieldRow {
-    const char* name;
-    std::size_t offset;
-    std::size_t width;
-    std::uint64_t put;
-    double (*read)(const GlonassEphemeris&);
-    double expected;
-};
+using FieldRow = testsupport::WireField<GlonassEphemeris>;
 
 // clang-format off
 const FieldRow fieldRows[] = {

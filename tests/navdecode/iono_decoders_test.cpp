@@ -85,6 +85,13 @@ TYPED_TEST(IonoTables, RecordTakesCoefficientsAndClock) {
     EXPECT_EQ(record.stamp.timeBase, 2.0F);
 }
 
+TYPED_TEST(IonoTables, StampAheadOfTheFirstDateIsTheTimeAlone) {
+    this->survey.feed(LogBuilder().time(3723000));
+    this->add(numbered());
+    EXPECT_EQ(this->record(0).stamp.year, 0.0F);
+    EXPECT_EQ(this->record(0).stamp.hour, 1.0F);
+}
+
 TYPED_TEST(IonoTables, RepeatOfTheRecordBeforeAddsNothing) {
     this->add(numbered());
     this->survey.feed(LogBuilder().rd(2024, 3, 5));

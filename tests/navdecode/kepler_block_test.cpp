@@ -30,15 +30,7 @@ KeplerElements decoded(const samplelog::KeplerBlock& block) {
     return survey.tables().navic.slots.at(0).kepler;
 }
 
-// One row of the wire form: where a field stands and what a value put there becomes.
-struct FieldRow {
-    const char* name;
-    std::size_t offset;
-    std::size_t width;
-    std::uint64_t put;
-    double (*read)(const KeplerElements&);
-    double expected;
-};
+using FieldRow = testsupport::WireField<KeplerElements>;
 
 // clang-format off
 const FieldRow fieldRows[] = {

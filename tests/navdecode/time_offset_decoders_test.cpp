@@ -16,32 +16,30 @@ using testsupport::bodyWithField;
 using testsupport::NavSurvey;
 
 // The four tables of records with a0 and a1: how a message gets into each and what it does with its body.
-struct Gps {
+struct PlainRecords {
+    static const TimeOffsetRecord& utc(const TimeOffsetRecord& record) { return record; }
+    static constexpr std::size_t bodyBytes = 23;
+};
+struct Gps : PlainRecords {
     static LogBuilder message(const TimeOffsetBody& body) { return LogBuilder().uo(body); }
     static auto& table(NavSurvey& survey) { return survey.tables().gpsTimeOffset; }
-    static const TimeOffsetRecord& utc(const TimeOffsetRecord& record) { return record; }
     static constexpr const char* id = "UO";
-    static constexpr std::size_t bodyBytes = 23;
     static constexpr int weekOffset = 2048;
     static constexpr bool setsLeapSeconds = true;
     static constexpr bool wraps = false;
 };
-struct Beidou {
+struct Beidou : PlainRecords {
     static LogBuilder message(const TimeOffsetBody& body) { return LogBuilder().cu(body); }
     static auto& table(NavSurvey& survey) { return survey.tables().beidouTimeOffset; }
-    static const TimeOffsetRecord& utc(const TimeOffsetRecord& record) { return record; }
     static constexpr const char* id = "CU";
-    static constexpr std::size_t bodyBytes = 23;
     static constexpr int weekOffset = 0;
     static constexpr bool setsLeapSeconds = false;
     static constexpr bool wraps = false;
 };
-struct Navic {
+struct Navic : PlainRecords {
     static LogBuilder message(const TimeOffsetBody& body) { return LogBuilder().iu(body); }
     static auto& table(NavSurvey& survey) { return survey.tables().navicTimeOffset; }
-    static const TimeOffsetRecord& utc(const TimeOffsetRecord& record) { return record; }
     static constexpr const char* id = "IU";
-    static constexpr std::size_t bodyBytes = 23;
     static constexpr int weekOffset = 2048;
     static constexpr bool setsLeapSeconds = false;
     static constexpr bool wraps = true;

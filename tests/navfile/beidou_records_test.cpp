@@ -72,9 +72,9 @@ TEST_F(BeidouRecords, Below4HasNoEphLine) {
 }
 
 TEST_F(BeidouRecords, From4OnKeepsTheLetterDBehindAnEphLine) {
-    EXPECT_EQ(lines(4.0), withFirstLine("> EPH C05    D2", dRecord));
+    EXPECT_EQ(lines(4.0), withFirstLine("> EPH C05   D2", dRecord));
     entry.navType = NavType::d1;
-    EXPECT_EQ(lines(4.01), withFirstLine("> EPH C05    D1", dRecord));
+    EXPECT_EQ(lines(4.01), withFirstLine("> EPH C05   D1", dRecord));
 }
 
 TEST_F(BeidouRecords, Cnv1Form) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 
 #include "navfile/ephemeris_records.h"
@@ -87,6 +88,11 @@ TEST_F(GlonassRecords, ClockBiasOf0PrintsWithAMinusSign) {
     EXPECT_EQ(value(0, 1), " 0.000000000000D+00");
     entry.tauN = -0.5F;
     EXPECT_EQ(value(0, 1), " 5.000000000000D-01");
+}
+
+TEST_F(GlonassRecords, ClockBiasThatIsNoNumberKeepsItsSign) {
+    entry.tauN = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_EQ(value(0, 1), "                nan");
 }
 
 TEST_F(GlonassRecords, XAndZAreNarrowedAndYIsNot) {

@@ -9,8 +9,6 @@
 namespace {
 
 using namespace orbconv;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 using testsupport::recordLines;
 using testsupport::valueAt;
@@ -36,32 +34,18 @@ protected:
     std::string value(std::size_t line, std::size_t place) { return valueAt(lines(3.05).at(line), place); }
 };
 
+constexpr const char* head = "I05 2024 03 05 06 07 08";
+const std::vector<std::vector<double>> rows = {{1, 2, 3},        {4, 5, 6, 7},     {8, 9, 10, 11},
+                                               {12, 13, 14, 15}, {16, 17, 18, 19}, {20, 0, 21, 0},
+                                               {22, 23, 24, 25}, {26, 27}};
+
 TEST_F(NavicRecords, Below4HasTheLetterDAndNoEphLine) {
-    EXPECT_THAT(
-        lines(3.05),
-        ElementsAre("I05 2024 03 05 06 07 08 1.000000000000D+00 2.000000000000D+00 3.000000000000D+00",
-                    "     4.000000000000D+00 5.000000000000D+00 6.000000000000D+00 7.000000000000D+00",
-                    "     8.000000000000D+00 9.000000000000D+00 1.000000000000D+01 1.100000000000D+01",
-                    "     1.200000000000D+01 1.300000000000D+01 1.400000000000D+01 1.500000000000D+01",
-                    "     1.600000000000D+01 1.700000000000D+01 1.800000000000D+01 1.900000000000D+01",
-                    "     2.000000000000D+01 0.000000000000D+00 2.100000000000D+01 0.000000000000D+00",
-                    "     2.200000000000D+01 2.300000000000D+01 2.400000000000D+01 2.500000000000D+01",
-                    "     2.600000000000D+01 2.700000000000D+01"));
+    EXPECT_EQ(lines(3.05), recordLines(head, rows, 'D'));
 }
 
 TEST_F(NavicRecords, From4OnHasTheLetterEBehindAnEphLine) {
-    const Lines record = recordLines("I05 2024 03 05 06 07 08",
-                                     {{1, 2, 3},
-                                      {4, 5, 6, 7},
-                                      {8, 9, 10, 11},
-                                      {12, 13, 14, 15},
-                                      {16, 17, 18, 19},
-                                      {20, 0, 21, 0},
-                                      {22, 23, 24, 25},
-                                      {26, 27}},
-                                     'e');
-    EXPECT_EQ(lines(4.0), withFirstLine("> EPH I05 LNAV", record));
-    EXPECT_EQ(lines(4.01), withFirstLine("> EPH I05 LNAV", record));
+    EXPECT_EQ(lines(4.0), withFirstLine("> EPH I05 LNAV", recordLines(head, rows, 'e')));
+    EXPECT_EQ(lines(4.01), withFirstLine("> EPH I05 LNAV", recordLines(head, rows, 'e')));
 }
 
 class NavicSatellites : public NavicRecords, public testing::WithParamInterface<std::pair<int, bool>> {};

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <functional>
 #include <limits>
 #include <memory>
 #include <random>
@@ -66,25 +65,45 @@ Keys literalSort(const Keys& keys, const std::vector<Rule>& rules) {
 // ---- the five tables ----
 
 // How keys get into a table and out of it again. The tag rides in a field that no sort looks at.
-struct Gps {
-    static constexpr auto sort = sortGpsTable;
-    static auto& table(NavigationTables& tables) { return tables.gps; }
-    static void put(GpsEphemeris& entry, const Key& key) {
+template <auto Sort, auto Table>
+struct KeplerSystem {
+    static void sort(NavigationTables& tables) { Sort(tables); }
+    static auto& table(NavigationTables& tables) { return tables.*Table; }
+    static std::vector<Rule> rules() { return {byTime, bySatellite}; }
+
+    // NavIC has no flags of its own.
+    static auto& flagsOf(auto& entry) {
+        if constexpr (requires { entry.navFlags; }) {
+            return entry.navFlags;
+        } else {
+            return entry.kepler.l2Flags;
+        }
+    }
+    static void put(auto& entry, const Key& key) {
         entry.kepler.toe = key.time;
         entry.kepler.sv = key.sv;
-        entry.navFlags = static_cast<std::uint8_t>(key.navFlags);
-        entry.cnavTop = key.tag;
-        entry.navType = key.tag % 2 == 0 ? NavType::lnav : NavType::cnav;
+        flagsOf(entry) = static_cast<std::uint8_t>(key.navFlags);
+        entry.kepler.tot = key.tag;
+        entry.epoch.year = static_cast<float>(key.tag);
     }
-    static Key get(const GpsEphemeris& entry) {
-        EXPECT_EQ(entry.navType, entry.cnavTop % 2 == 0 ? NavType::lnav : NavType::cnav);
-        return {entry.kepler.toe, entry.kepler.sv, entry.navFlags, entry.cnavTop};
+    // An entry moves as a whole.
+    static Key get(const auto& entry) {
+        EXPECT_EQ(entry.epoch.year, static_cast<float>(entry.kepler.tot));
+        return {entry.kepler.toe, entry.kepler.sv, flagsOf(entry), entry.kepler.tot};
     }
-    static std::vector<Rule> rules() { return {byTime, bySatellite}; }
+};
+
+using Gps = KeplerSystem<sortGpsTable, &NavigationTables::gps>;
+using Beidou = KeplerSystem<sortBeidouTable, &NavigationTables::beidou>;
+using Navic = KeplerSystem<sortNavicTable, &NavigationTables::navic>;
+struct Galileo : KeplerSystem<sortGalileoTable, &NavigationTables::galileo> {
+    static std::vector<Rule> rules() { return {byTime, bySatellite, byInavFlag}; }
 };
 struct Glonass {
-    static constexpr auto sort = sortGlonassTable;
+    static void sort(NavigationTables& tables) { sortGlonassTable(tables); }
     static auto& table(NavigationTables& tables) { return tables.glonass; }
+    static std::vector<Rule> rules() { return {byTime, bySatellite}; }
+
     static void put(GlonassEphemeris& entry, const Key& key) {
         entry.tb = key.time;
         entry.sv = key.sv;
@@ -94,49 +113,6 @@ struct Glonass {
     static Key get(const GlonassEphemeris& entry) {
         return {entry.tb, entry.sv, entry.healthByte, static_cast<unsigned>(-entry.tk)};
     }
-    static std::vector<Rule> rules() { return {byTime, bySatellite}; }
-};
-struct Galileo {
-    static constexpr auto sort = sortGalileoTable;
-    static auto& table(NavigationTables& tables) { return tables.galileo; }
-    static void put(GalileoEphemeris& entry, const Key& key) {
-        entry.kepler.toe = key.time;
-        entry.kepler.sv = key.sv;
-        entry.navFlags = static_cast<std::uint8_t>(key.navFlags);
-        entry.kepler.tot = key.tag;
-    }
-    static Key get(const GalileoEphemeris& entry) {
-        return {entry.kepler.toe, entry.kepler.sv, entry.navFlags, entry.kepler.tot};
-    }
-    static std::vector<Rule> rules() { return {byTime, bySatellite, byInavFlag}; }
-};
-struct Beidou {
-    static constexpr auto sort = sortBeidouTable;
-    static auto& table(NavigationTables& tables) { return tables.beidou; }
-    static void put(BeidouEphemeris& entry, const Key& key) {
-        entry.kepler.toe = key.time;
-        entry.kepler.sv = key.sv;
-        entry.navFlags = static_cast<std::uint8_t>(key.navFlags);
-        entry.kepler.tot = key.tag;
-    }
-    static Key get(const BeidouEphemeris& entry) {
-        return {entry.kepler.toe, entry.kepler.sv, entry.navFlags, entry.kepler.tot};
-    }
-    static std::vector<Rule> rules() { return {byTime, bySatellite}; }
-};
-struct Navic {
-    static constexpr auto sort = sortNavicTable;
-    static auto& table(NavigationTables& tables) { return tables.navic; }
-    static void put(NavicEphemeris& entry, const Key& key) {
-        entry.kepler.toe = key.time;
-        entry.kepler.sv = key.sv;
-        entry.kepler.l2Flags = static_cast<std::uint8_t>(key.navFlags);
-        entry.kepler.tot = key.tag;
-    }
-    static Key get(const NavicEphemeris& entry) {
-        return {entry.kepler.toe, entry.kepler.sv, entry.kepler.l2Flags, entry.kepler.tot};
-    }
-    static std::vector<Rule> rules() { return {byTime, bySatellite}; }
 };
 
 template <class System>

@@ -319,6 +319,10 @@ TEST_F(EpochLines, ASlotIsWrittenAgainBehindAnotherOrBehindNone) {
                 ElementsAre("R04", "R05", "R04", "R06", "R04"));
 }
 
+TEST_F(EpochLines, AChannelIsNotTakenForTheSlotOfTheNext) {
+    EXPECT_THAT(glonassLines(epoch, {{6, 0}, {1, 6}}), ElementsAre("R06", "R06"));
+}
+
 TEST_F(EpochLines, RecordsWithoutASlotAreAllWritten) {
     EXPECT_THAT(glonassLines(epoch, {{2, 0}, {2, 0}, {-1, 0}}), ElementsAre("R02", "R02", "R-1"));
 }

@@ -288,6 +288,15 @@ TEST(ObsTypesBeidou, FifteenCodesInTheFirstRowPushTheLabelToColumn69) {
                             "       L6I D6I S6I " + blanks(33) + std::string(label)));
 }
 
+// More codes than a log can bring: the second row takes sixteen places, the third begins at place 26.
+TEST(ObsTypesBeidou, RowsOverlapByTwoAndThreePlaces) {
+    EXPECT_THAT(
+        obsTypes(*filled(Constellation::beidou, 34)),
+        ElementsAre(headerLine("C   30 c00 c01 c02 c03 c05 c06 c07 c08 c10 c11 c12 c13", label),
+                    "       c13 c15 c16 c17 c18 c20 c21 c22 c23 c25 c26 c27 c28      " + std::string(label),
+                    "       c26 c27 c28 c29 " + blanks(41) + std::string(label)));
+}
+
 // The last band's second phase is not among those left out.
 TEST(ObsTypesBeidou, TheSecondPhaseOfTheLastBandIsListed) {
     orbconv::SignalSurvey survey;

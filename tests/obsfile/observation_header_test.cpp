@@ -128,6 +128,13 @@ TEST_F(ObservationHeader, ASecondCallWritesTheLeapSecondsAlone) {
     EXPECT_TRUE(header.done);
 }
 
+TEST_F(ObservationHeader, ACallWithoutATimeWritesNothingEvenWhenTheHeaderStands) {
+    header.lines();
+    header.lastEpochMs = 0;
+    EXPECT_EQ(header.lines(), Lines{});
+    EXPECT_TRUE(header.done);
+}
+
 TEST_F(ObservationHeader, TheGlonassSlotTableIsSortedInPlace) {
     header.slots.slot = {9, 4};
     header.slots.frequencyNumber = {-2, 6};

@@ -125,8 +125,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(PhaseShift, QzssAndSbasNeverListSatellites) {
     Signals signals;
     signals.options.includeQzss = signals.options.includeSbas = true;
-    signals.signal(Constellation::qzss, 0, "L1C", 0.0F, {1, 2})
-        .signal(Constellation::sbas, 4, "L5I", 0.25F, {3});
+    signals.signal(Constellation::qzss, 0, "L1C", 0.0F, {}).signal(Constellation::sbas, 4, "L5I", 0.25F, {});
     signals.survey->phaseShiftSatellites[indexOf(Constellation::qzss)][0] = {1, 2};
     signals.survey->phaseShiftSatellites[indexOf(Constellation::sbas)][4] = {3};
     EXPECT_THAT(signals.lines(), ElementsAre(headerLine("J L1C  0.00000  00", label),

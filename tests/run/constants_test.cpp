@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <ostream>
 #include <string>
 
 namespace {
@@ -13,6 +14,10 @@ struct Carrier {
     double hertz;
     double megahertz;
 };
+
+void PrintTo(const Carrier& carrier, std::ostream* out) {
+    *out << carrier.name;
+}
 
 class CarrierFrequency : public testing::TestWithParam<Carrier> {};
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <ctime>
 #include <map>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -98,6 +99,10 @@ struct VersionCase {
     const char* letters;  // of the output files
 };
 
+void PrintTo(const VersionCase& version, std::ostream* out) {
+    *out << version.argument;
+}
+
 class SupportedVersion : public testing::TestWithParam<VersionCase> {};
 
 struct ExcludeCase {
@@ -105,7 +110,11 @@ struct ExcludeCase {
     const char* letters;  // of the output files below version 4.0
 };
 
-class ExcludedConstellation : public testing::TestWithParam<ExcludeCase> {};
+void PrintTo(const ExcludeCase& exclude, std::ostream* out) {
+    *out << exclude.flag;
+}
+
+class ExclusionFromARun : public testing::TestWithParam<ExcludeCase> {};
 
 struct SortCase {
     const char* flag;
@@ -113,9 +122,13 @@ struct SortCase {
     char file;  // letter of its file below version 4.0
 };
 
+void PrintTo(const SortCase& sort, std::ostream* out) {
+    *out << sort.constellation;
+}
+
 class TableSort : public testing::TestWithParam<SortCase> {};
 
-class BadLine : public testing::TestWithParam<Arguments> {};
+class BadCommandLine : public testing::TestWithParam<Arguments> {};
 
 const std::string ascending = "08 09 ";
 const std::string orderOfTheLog = "09 08 ";
@@ -213,18 +226,18 @@ TEST(ConversionRun, ADirectoryAsInputComesToAnEnd) {
     EXPECT_FALSE(runProgram({"-f", "./././."}).abnormal);
 }
 
-TEST_P(ExcludedConstellation, HasNoNavigationFileBelowVersion4) {
+TEST_P(ExclusionFromARun, HasNoNavigationFileBelowVersion4) {
     const Conversion run = convert("", {GetParam().flag});
     EXPECT_EQ(run.exitStatus, 0);
     EXPECT_EQ(run.names, expectedNames("site0010.log", "site0010", GetParam().letters));
 }
 
-TEST_P(ExcludedConstellation, ChangesNoFileNameFromVersion4On) {
+TEST_P(ExclusionFromARun, ChangesNoFileNameFromVersion4On) {
     const Conversion run = convert("", {GetParam().flag, "-rv", "4.01"});
     EXPECT_EQ(run.names, expectedNames("site0010.log", "site0010", "op"));
 }
 
-INSTANTIATE_TEST_SUITE_P(ConversionRun, ExcludedConstellation, testing::ValuesIn(exclusions));
+INSTANTIATE_TEST_SUITE_P(ConversionRun, ExclusionFromARun, testing::ValuesIn(exclusions));
 
 TEST(ConversionRun, WithEverythingExcludedOnlyTheObservationFileIsLeft) {
     const Conversion run = convert("", {"-G", "-R", "-W", "-E", "-C", "-J", "-I", "-GC"});
@@ -279,7 +292,7 @@ TEST_P(TableSort, PutsTheRecordsInOrderInEveryVersion) {
     EXPECT_EQ(recordOrder(convert(ephemerides().bytes(), {"-rv", "4.0"}), 'p', constellation), ascending);
 }
 
-TEST_P(TableSort, IsLeftOutForAnExcludedConstellationWhichIsWrittenAllTheSame) {
+TEST_P(TableSort, IsLeftOutForAnExclusionFromARunWhichIsWrittenAllTheSame) {
     const auto [flag, constellation, file] = GetParam();
     const Conversion run = convert(ephemerides().bytes(), {flag, "-rv", "4.01"});
     EXPECT_EQ(recordOrder(run, 'p', constellation), orderOfTheLog);
@@ -314,14 +327,14 @@ TEST(ConversionRun, ConstellationsThatARunCannotSwitchOnHaveNoFile) {
     EXPECT_EQ(convert(log.bytes()).names, expectedNames("site0010.log", "site0010", "oNIGLC"));
 }
 
-TEST_P(BadLine, EndsAbnormallyWithoutTheHelpText) {
+TEST_P(BadCommandLine, EndsAbnormallyWithoutTheHelpText) {
     const Conversion run = runProgram(GetParam());
     EXPECT_TRUE(run.abnormal);
     EXPECT_EQ(run.standardOutput, "");
     EXPECT_EQ(run.names, Names{});
 }
 
-INSTANTIATE_TEST_SUITE_P(ConversionRun, BadLine, testing::ValuesIn(badLines));
+INSTANTIATE_TEST_SUITE_P(ConversionRun, BadCommandLine, testing::ValuesIn(badLines));
 
 TEST(ConversionRun, NameShorterThanFourCharactersEndsAbnormallyBehindTheSurvey) {
     const Conversion run = convert(twoEpochs().bytes(), {}, "log");

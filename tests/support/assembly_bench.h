@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "assembly/epoch_assembly.h"
@@ -171,6 +172,11 @@ public:
 
     SatEpochRecord& record(Constellation constellation, std::size_t i = 0) {
         return store.records(constellation)[i];
+    }
+    // The same, to be filled by a test that clears the store later.
+    SatEpochRecord& preset(Constellation constellation, std::size_t i = 0) {
+        std::ignore = store.writable(constellation, i);
+        return record(constellation, i);
     }
     [[nodiscard]] std::string_view code(Constellation constellation, std::size_t slot) const {
         return survey.codes(constellation)[slot].view();

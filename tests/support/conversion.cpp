@@ -9,7 +9,9 @@
 #include <random>
 #include <sstream>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include "windows/start_program.h"
+#else
 #include <sys/wait.h>
 #endif
 
@@ -42,23 +44,47 @@ private:
     fs::path path_;
 };
 
-std::string readFile(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-std::string withoutCarriageReturns(std::string text) {
-    std::size_t end;
-    while ((end = text.find("\r\n")) != std::string::npos) {
-        text.erase(end, 1);
+// A text file with line ends as '\n'.
+std::string readText(const fs::path& path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    std::string text = bytes.str();
+#ifdef _WIN32
+    // Not by a text stream, for which a byte 26 is the end.
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' || i + 1 == text.size() || text[i + 1] != '\n') {
+            text[kept++] = text[i];
+        }
     }
+    text.resize(kept);
+#endif
     return text;
 }
 
+// Runs the converter in `folder` with its standard streams in files; -1 for an end by a signal.
+#ifdef _WIN32
+int exitStatusOfRun(const std::vector<std::string>& arguments, const fs::path& folder, const fs::path& out,
+                    const fs::path& err) {
+    const fs::path program = besideThisProgram(fs::path(ORBCONV_BINARY).filename());
+    return startProgram(program, arguments, folder, out, err);
+}
+#else
 std::string quoted(const std::string& argument) {
     return "\"" + argument + "\"";
 }
+
+int exitStatusOfRun(const std::vector<std::string>& arguments, const fs::path& folder, const fs::path& out,
+                    const fs::path& err) {
+    std::string command = "cd " + quoted(folder.string()) + " && " + quoted(ORBCONV_BINARY);
+    for (const std::string& argument : arguments) {
+        command += " " + quoted(argument);
+    }
+    command += " > " + quoted(out.string()) + " 2> " + quoted(err.string());
+    const int status = std::system(command.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+#endif
 
 }  // namespace
 
@@ -70,29 +96,18 @@ Conversion runProgram(const std::vector<std::string>& arguments, std::string_vie
         std::ofstream(folder.path() / logName, std::ios::binary)
             .write(log.data(), static_cast<std::streamsize>(log.size()));
     }
-    std::string command = "cd " + quoted(folder.path().string()) + " && " + quoted(ORBCONV_BINARY);
-    for (const std::string& argument : arguments) {
-        command += " " + quoted(argument);
-    }
-    command += " > " + quoted((streams.path() / "out").string());
-    command += " 2> " + quoted((streams.path() / "err").string());
-
     Conversion result;
-    const int status = std::system(command.c_str());
-#ifdef _WIN32
-    result.exitStatus = status;
-#else
-    result.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-#endif
+    result.exitStatus =
+        exitStatusOfRun(arguments, folder.path(), streams.path() / "out", streams.path() / "err");
     result.abnormal = result.exitStatus != 0 && result.exitStatus != 1;
-    result.standardOutput = withoutCarriageReturns(readFile(streams.path() / "out"));
-    result.standardError = withoutCarriageReturns(readFile(streams.path() / "err"));
+    result.standardOutput = readText(streams.path() / "out");
+    result.standardError = readText(streams.path() / "err");
     EXPECT_NE(result.exitStatus, sanitizerExit) << result.standardError;
     for (const auto& entry : fs::directory_iterator(folder.path())) {
         const std::string name = entry.path().filename().string();
         result.names.push_back(name);
         if (name != logName && fs::is_regular_file(entry)) {
-            result.files[name.back()] = withoutCarriageReturns(readFile(entry.path()));
+            result.files[name.back()] = readText(entry.path());
         }
     }
     std::ranges::sort(result.names);

@@ -1,6 +1,7 @@
 // Lines of navigation files, put together by the classic streams: the form that they are defined by.
 #pragma once
 
+#include <cmath>
 #include <iomanip>
 #include <locale>
 #include <sstream>
@@ -16,7 +17,12 @@ namespace testsupport {
 inline std::string navNumber(double value, char letter = 'D', int precision = 12, int width = 19) {
     std::ostringstream out;
     out.imbue(std::locale::classic());
-    out << std::scientific << std::setprecision(precision) << std::setw(width) << value;
+    out << std::scientific << std::setprecision(precision) << std::setw(width);
+    if (std::isnan(value)) {
+        out << (std::signbit(value) ? "-nan" : "nan");  // MinGW's streams leave out the sign
+    } else {
+        out << value;
+    }
     std::string text = out.str();
     if (const auto e = text.find('e'); e != std::string::npos) {
         text[e] = letter;

@@ -46,6 +46,17 @@ inline std::uint64_t bitsOf(double value) {
     return std::bit_cast<std::uint64_t>(value);
 }
 
+// One row of a body: where a field stands, and what a value put there becomes in the entry.
+template <class Entry>
+struct WireField {
+    const char* name;
+    std::size_t offset;
+    std::size_t width;
+    std::uint64_t put;
+    double (*read)(const Entry&);
+    double expected;
+};
+
 // One more entry of a table, all zeros, counted.
 template <class Entry>
 Entry& append(orbconv::EphemerisTable<Entry>& table) {

@@ -21,6 +21,8 @@ namespace {
 using orbconv::TextWriter;
 using testsupport::written;
 
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
 std::string rinexNumber(double value, int precision, int width) {
     return written([&](TextWriter& out) { orbconv::writeRinexNumber(out, value, precision, width); });
 }
@@ -101,7 +103,7 @@ TEST(FixedField, WiderThanItsFieldMovesTheRest) {
 TEST(FixedField, JustifiesWhatIsNoNumber) {
     EXPECT_EQ(written([](TextWriter& out) { out.fixed(std::nan(""), 3, 6); }), "   nan");
     EXPECT_EQ(written([](TextWriter& out) { out.fixed(std::copysign(std::nan(""), -1.0), 3, 6); }), "  -nan");
-    EXPECT_EQ(written([](TextWriter& out) { out.fixed(-INFINITY, 0, 2, '0'); }), "-inf");
+    EXPECT_EQ(written([](TextWriter& out) { out.fixed(-infinity, 0, 2, '0'); }), "-inf");
 }
 
 TEST(ScientificField, TakesTheExponentLetterOfItsCaller) {
@@ -132,7 +134,7 @@ TEST(RinexNumber, ShowsTheDigitsOfAWidenedSinglePrecisionValue) {
 }
 
 TEST(RinexNumber, HasNoExponentLetterInWhatIsNoNumber) {
-    EXPECT_EQ(rinexNumber(INFINITY, 12, 19), "                inf");
+    EXPECT_EQ(rinexNumber(infinity, 12, 19), "                inf");
     EXPECT_EQ(rinexNumber(std::nan(""), 12, 19), "                nan");
 }
 
