@@ -22,17 +22,13 @@ struct SystemTime {
 SystemTime systemTimeOf(std::uint8_t systemCode) {
     constexpr std::int64_t halfHour = 1800;
     switch (systemCode) {
-        case SystemCode::gps:
-            return {0, 1024, 4 * halfHour};
+        case SystemCode::gps: return {0, 1024, 4 * halfHour};
         case SystemCode::glonass:
             // Moscow time, three hours ahead of UTC.
             return {leapSecondsToUtc - 10800, 0, halfHour};
-        case SystemCode::galileo:
-            return {1024 * secondsOfWeek, 0, halfHour};
-        case SystemCode::beidou:
-            return {1356 * secondsOfWeek + 14, 0, 2 * halfHour};
-        default:
-            return {1024 * secondsOfWeek, 1024, 4 * halfHour};
+        case SystemCode::galileo: return {1024 * secondsOfWeek, 0, halfHour};
+        case SystemCode::beidou: return {1356 * secondsOfWeek + 14, 0, 2 * halfHour};
+        default: return {1024 * secondsOfWeek, 1024, 4 * halfHour};
     }
 }
 
@@ -276,21 +272,11 @@ std::int64_t issueAt(const SatelliteModel& satellite, std::int64_t gpsSeconds) {
 void writeEphemeris(const SatelliteModel& satellite, const BroadcastTime& time, std::uint64_t seed,
                     LogBuilder& log) {
     switch (satellite.systemCode) {
-        case SystemCode::gps:
-            writeGps(satellite, time, seed, log);
-            break;
-        case SystemCode::glonass:
-            writeGlonass(satellite, time, seed, log);
-            break;
-        case SystemCode::galileo:
-            writeGalileo(satellite, time, seed, log);
-            break;
-        case SystemCode::beidou:
-            writeBeidou(satellite, time, seed, log);
-            break;
-        default:
-            log.ie(keplerBlockOf(satellite, time, seed));
-            break;
+        case SystemCode::gps: writeGps(satellite, time, seed, log); break;
+        case SystemCode::glonass: writeGlonass(satellite, time, seed, log); break;
+        case SystemCode::galileo: writeGalileo(satellite, time, seed, log); break;
+        case SystemCode::beidou: writeBeidou(satellite, time, seed, log); break;
+        default: log.ie(keplerBlockOf(satellite, time, seed)); break;
     }
 }
 

@@ -83,14 +83,10 @@ constexpr std::array synchronousSatellites = {
 // Generations: one satellite in four is of the newest, with every band; the others have fewer.
 BandMask gpsBands(int number) {
     switch (number % 4) {
-        case 0:
-            return c | b1 | b2 | b3 | b5 | l;
-        case 1:
-            return c | b1 | b2 | b3 | b5;
-        case 2:
-            return c | b1 | b2 | b3;
-        default:
-            return c | b1 | b2;
+        case 0: return c | b1 | b2 | b3 | b5 | l;
+        case 1: return c | b1 | b2 | b3 | b5;
+        case 2: return c | b1 | b2 | b3;
+        default: return c | b1 | b2;
     }
 }
 

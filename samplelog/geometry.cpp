@@ -87,14 +87,10 @@ SineCosine sineCosine(double angle) {
     const double s = sineSeries(rest);
     const double c = cosineSeries(rest);
     switch (static_cast<long long>(quarters) & 3) {
-        case 0:
-            return {s, c};
-        case 1:
-            return {c, -s};
-        case 2:
-            return {-s, -c};
-        default:
-            return {-c, s};
+        case 0: return {s, c};
+        case 1: return {c, -s};
+        case 2: return {-s, -c};
+        default: return {-c, s};
     }
 }
 

@@ -35,16 +35,11 @@ SignalPlan inHertz(SignalPlan plan) {
 
 SignalPlan signalPlanOf(std::uint8_t systemCode, int channel) {
     switch (systemCode) {
-        case SystemCode::gps:
-            return inHertz(gpsPlan);
-        case SystemCode::glonass:
-            return inHertz(glonassPlan(channel));
-        case SystemCode::galileo:
-            return inHertz(galileoPlan);
-        case SystemCode::beidou:
-            return inHertz(beidouPlan);
-        default:
-            return inHertz(navicPlan);
+        case SystemCode::gps: return inHertz(gpsPlan);
+        case SystemCode::glonass: return inHertz(glonassPlan(channel));
+        case SystemCode::galileo: return inHertz(galileoPlan);
+        case SystemCode::beidou: return inHertz(beidouPlan);
+        default: return inHertz(navicPlan);
     }
 }
 
