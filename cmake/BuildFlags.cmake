@@ -83,3 +83,12 @@ if(sanitizers)
         -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(orbconv_build_flags INTERFACE -fsanitize=${sanitizers})
 endif()
+
+if(WIN32)
+    # MinGW declares what has a format so that one that is put together at run time is reported even where
+    # this is meant, as in tests that print a number in every form.
+    target_compile_options(orbconv_build_flags INTERFACE -Wno-format-nonliteral)
+    # Every program carries the manifest.
+    set(isProgram $<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>)
+    target_sources(orbconv_build_flags INTERFACE $<${isProgram}:${CMAKE_CURRENT_LIST_DIR}/windows.rc>)
+endif()

@@ -1,7 +1,15 @@
 # The libraries that come from the system. All of them are imported targets, so that CMake treats their
 # headers as system headers.
 
-find_package(argparse 3.1 QUIET CONFIG)
+if(CMAKE_CROSSCOMPILING)
+    include(CrossDependencies)
+else()
+    find_package(argparse 3.1 QUIET CONFIG)
+    if(ORBCONV_BUILD_TESTS)
+        find_package(GTest QUIET CONFIG)
+    endif()
+endif()
+
 if(NOT argparse_FOUND)
     set(found "No argparse was found.")
     if(argparse_CONSIDERED_VERSIONS)
@@ -14,13 +22,10 @@ if(NOT argparse_FOUND)
         "stands in a place of its own, add -DCMAKE_PREFIX_PATH=<that place>.")
 endif()
 
-if(ORBCONV_BUILD_TESTS)
-    find_package(GTest QUIET CONFIG)
-    if(NOT GTest_FOUND OR NOT TARGET GTest::gmock)
-        message(FATAL_ERROR
-            "The test suite needs GoogleTest with GoogleMock. On Debian and Ubuntu run "
-            "scripts/setup, which installs it, or build without tests: -DORBCONV_BUILD_TESTS=OFF.")
-    endif()
+if(ORBCONV_BUILD_TESTS AND NOT TARGET GTest::gmock)
+    message(FATAL_ERROR
+        "The test suite needs GoogleTest with GoogleMock. On Debian and Ubuntu run "
+        "scripts/setup, which installs it, or build without tests: -DORBCONV_BUILD_TESTS=OFF.")
 endif()
 
 if(ORBCONV_BUILD_BENCHMARKS AND NOT benchmark_FOUND)

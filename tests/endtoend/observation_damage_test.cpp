@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -342,10 +341,10 @@ TEST(RepeatedRun, ASecondRunInTheFolderOfTheFirstLeavesLogAndFilesAsTheyWere) {
     fs::create_directories(folder);
     const fs::path input = folder / "site0010.log";
     std::ofstream(input, std::ios::binary) << log.bytes;
-    const std::string command = "\"" + std::string(ORBCONV_BINARY) + "\" -f \"" + input.string() + "\" > \"" +
-                                (folder / "progress.txt").string() + "\"";
     const auto contents = [&] {
-        EXPECT_EQ(std::system(command.c_str()), 0);
+        EXPECT_EQ(testsupport::exitStatusOfRun({"-f", input.string()}, folder, folder / "progress.txt",
+                                               folder / "errors.txt"),
+                  0);
         std::vector<std::pair<std::string, Lines>> files;
         for (const auto& entry : fs::directory_iterator(folder)) {
             std::ostringstream text;
@@ -359,7 +358,7 @@ TEST(RepeatedRun, ASecondRunInTheFolderOfTheFirstLeavesLogAndFilesAsTheyWere) {
     const auto first = contents();
     const auto second = contents();
     EXPECT_EQ(first, second);
-    EXPECT_EQ(first.size(), 8U);  // the log, the progress, an observation and five navigation files
+    EXPECT_EQ(first.size(), 9U);  // the log, the two streams, an observation and five navigation files
     std::ostringstream after;
     after << std::ifstream(input, std::ios::binary).rdbuf();
     EXPECT_EQ(after.str(), log.bytes);

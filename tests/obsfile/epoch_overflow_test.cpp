@@ -221,7 +221,12 @@ TEST(EpochOverflow, TheEpochLineTakesValuesOfAnyWidth) {
 std::string streamed(double value, int width) {
     std::ostringstream out;
     out.imbue(std::locale::classic());
-    out << std::fixed << std::setprecision(3) << std::setw(width) << value;
+    out << std::fixed << std::setprecision(3) << std::setw(width);
+    if (std::isnan(value)) {
+        out << (std::signbit(value) ? "-nan" : "nan");  // MinGW's streams leave out the sign
+    } else {
+        out << value;
+    }
     return out.str();
 }
 

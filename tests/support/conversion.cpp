@@ -62,31 +62,27 @@ std::string readText(const fs::path& path) {
     return text;
 }
 
-// Runs the converter in `folder` with its standard streams in files; -1 for an end by a signal.
+}  // namespace
+
 #ifdef _WIN32
-int exitStatusOfRun(const std::vector<std::string>& arguments, const fs::path& folder, const fs::path& out,
-                    const fs::path& err) {
+int exitStatusOfRun(const std::vector<std::string>& arguments, const fs::path& folder,
+                    const fs::path& standardOutput, const fs::path& standardError) {
     const fs::path program = besideThisProgram(fs::path(ORBCONV_BINARY).filename());
-    return startProgram(program, arguments, folder, out, err);
+    return startProgram(program, arguments, folder, standardOutput, standardError);
 }
 #else
-std::string quoted(const std::string& argument) {
-    return "\"" + argument + "\"";
-}
-
-int exitStatusOfRun(const std::vector<std::string>& arguments, const fs::path& folder, const fs::path& out,
-                    const fs::path& err) {
+int exitStatusOfRun(const std::vector<std::string>& arguments, const fs::path& folder,
+                    const fs::path& standardOutput, const fs::path& standardError) {
+    const auto quoted = [](const std::string& text) { return "\"" + text + "\""; };
     std::string command = "cd " + quoted(folder.string()) + " && " + quoted(ORBCONV_BINARY);
     for (const std::string& argument : arguments) {
         command += " " + quoted(argument);
     }
-    command += " > " + quoted(out.string()) + " 2> " + quoted(err.string());
+    command += " > " + quoted(standardOutput.string()) + " 2> " + quoted(standardError.string());
     const int status = std::system(command.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 #endif
-
-}  // namespace
 
 Conversion runProgram(const std::vector<std::string>& arguments, std::string_view log,
                       const std::string& logName) {

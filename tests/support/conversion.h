@@ -1,6 +1,7 @@
 // Runs the built converter on a log, as a user would, and gives back what it left.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -36,6 +37,11 @@ Conversion convert(std::string_view log, const std::vector<std::string>& argumen
 // `arguments` alone.
 Conversion runProgram(const std::vector<std::string>& arguments, std::string_view log = {},
                       const std::string& logName = {});
+
+// Runs the program in a folder that is there already, its standard streams in files, and gives back the exit
+// status; -1 for an end by a signal.
+int exitStatusOfRun(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
+                    const std::filesystem::path& standardOutput, const std::filesystem::path& standardError);
 
 // Splits at '\n'; a text that ends with one has no empty last line.
 std::vector<std::string> splitLines(std::string_view text);

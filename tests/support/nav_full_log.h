@@ -173,10 +173,10 @@ inline const std::string inclination =
     "     7.853981852531D-01 2.505000000000D+02 6.283185307180D+00-2.340668991963D-08";
 inline const std::string totAndFit = "     7.190000000000D+03 4.000000000000D+00";
 
-inline Lines joined(const std::vector<Lines>& parts) {
+inline Lines joined(const std::vector<Lines>& pieces) {
     Lines all;
-    for (const Lines& part : parts) {
-        all.insert(all.end(), part.begin(), part.end());
+    for (const Lines& piece : pieces) {
+        all.insert(all.end(), piece.begin(), piece.end());
     }
     return all;
 }

@@ -138,7 +138,8 @@ TEST_F(Paths, ArePrintedAsGiven) {
 
 TEST_F(Paths, MissingFileOfAnyNameIsReportedWithTheHelpTextAndTheReason) {
     EXPECT_EQ(run(u8"nowhere\\日 1.log"), 1);
-    EXPECT_NE(bytes(output).find("\r\nORBCONV -h of --help for help\r\n"), std::string::npos) << bytes(output);
+    EXPECT_NE(bytes(output).find("\r\nORBCONV -h of --help for help\r\n"), std::string::npos)
+        << bytes(output);
     EXPECT_EQ(bytes(error), "File Error: : No such file or directory\r\n");
 }
 

@@ -90,8 +90,12 @@ int startProgram(const std::filesystem::path& program, const std::vector<std::st
     // No window to click away when a program ends abnormally.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     PROCESS_INFORMATION started{};
-    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                       folder.c_str(), &start, &started) == FALSE) {
+    const auto create = [&] {
+        return CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                              folder.c_str(), &start, &started) != FALSE;
+    };
+    // Once in many thousand starts Wine fails for a reason of its own, before the program runs.
+    if (!create() && (GetLastError() != ERROR_INTERNAL_ERROR || !create())) {
         fail("start " + program.string());
     }
     const Handle process(started.hProcess);
