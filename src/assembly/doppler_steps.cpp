@@ -28,17 +28,18 @@ double carrierOf(const Carrier& carrier, std::int32_t channel) {
 }  // namespace
 
 void runReferenceDopplerStep(EpochAssembly& assembly, const StepInput& step) {
+    const auto values = assembly.staging.elements<std::int32_t>(step.row);
     forEachConstellation(assembly, step, referenceDopplerGates, [&](Constellation, auto entries) {
         for (const WalkEntry& entry : entries) {
             if (entry.record != nullptr) {
-                entry.record->referenceDoppler =
-                    assembly.staging.element<std::int32_t>(step.row, entry.element);
+                entry.record->referenceDoppler = values[entry.element];
             }
         }
     });
 }
 
 void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step) {
+    const auto values = assembly.staging.elements<std::int32_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::doppler);
     forEachConstellation(assembly, step, fullDopplerGates, [&](Constellation constellation, auto entries) {
         const RecordName& name = fullDopplerNames[indexOf(constellation)];
@@ -51,13 +52,13 @@ void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step) {
                 continue;
             }
             writeName(*entry.record, 0, Kind::doppler, name);
-            const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
-            entry.record->at(ObsRow::doppler, 0) = negatedSum(raw, 0) * dopplerUnit;
+            entry.record->at(ObsRow::doppler, 0) = negatedSum(values[entry.element], 0) * dopplerUnit;
         }
     });
 }
 
 void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
+    const auto values = assembly.staging.elements<std::int16_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::doppler);
     if (step.band == bands::l && passes(VersionRule::any4, assembly.options.rinexVersion) &&
         walks(step, Constellation::glonass)) {
@@ -74,10 +75,9 @@ void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
                 }
                 SatEpochRecord& record = *entry.record;
                 writeName(record, step.band, Kind::doppler, dopplerNames[step.band][c]);
-                const std::int32_t delta = assembly.staging.element<std::int16_t>(step.row, entry.element);
                 // Every formula turns the sign of the log's value. Where both carriers are the same the two
                 // operations are carried out all the same: their rounding is part of the result.
-                const std::int32_t raw = negatedSum(record.referenceDoppler, delta);
+                const std::int32_t raw = negatedSum(record.referenceDoppler, values[entry.element]);
                 record.at(ObsRow::doppler, step.band) = raw * carrierOf(carrier, record.number) /
                                                         carrierOf(reference, record.number) * dopplerUnit;
             }

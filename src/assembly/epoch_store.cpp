@@ -1,5 +1,6 @@
 #include "assembly/epoch_store.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "log/satellite_lists.h"
@@ -16,7 +17,10 @@ void freeRecord(SatEpochRecord& record) {
 }  // namespace
 
 void clearRecord(SatEpochRecord& record) {
-    record.obs.fill(0.0);
+    // One fill for all rows would become a string instruction, which takes its time to start.
+    for (std::size_t row = 0; row < obsRows; ++row) {
+        std::fill_n(&record.obs[row * obsColumns], obsColumns, 0.0);
+    }
     record.clockOffset = 0.0;
     record.referenceDoppler = 0;
     freeRecord(record);

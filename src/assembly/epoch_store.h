@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -22,14 +23,15 @@ public:
     // NOLINTNEXTLINE(*-explicit-*, *-avoid-c-arrays): a code is written as its text
     constexpr SignalText(const char (&text)[4]) : text_{text[0], text[1], text[2]} {}
 
-    [[nodiscard]] constexpr bool empty() const { return text_[0] == 0; }
-    [[nodiscard]] constexpr std::string_view view() const {
-        return empty() ? std::string_view{} : std::string_view(text_.data(), text_.size());
+    [[nodiscard]] constexpr bool empty() const { return *this == SignalText{}; }
+    [[nodiscard]] constexpr std::string_view view() const { return {text_.data(), empty() ? 0U : length}; }
+    friend constexpr bool operator==(const SignalText& a, const SignalText& b) {
+        return std::bit_cast<std::uint32_t>(a.text_) == std::bit_cast<std::uint32_t>(b.text_);
     }
-    friend constexpr bool operator==(const SignalText&, const SignalText&) = default;
 
 private:
-    std::array<char, 3> text_{};
+    static constexpr std::size_t length = 3;
+    std::array<char, length + 1> text_{};  // handled as one word
 };
 
 // Message families of the log, the band columns: c, 1, 2, 3, 5, l. Which signal a family stands for
@@ -57,22 +59,23 @@ enum class ObsRow : std::uint8_t { pseudorange, doppler, phase, strength };
 inline constexpr std::size_t obsRows = 4;
 inline constexpr std::size_t obsColumns = 11;  // 6 to 10 are for merged GLONASS CDMA signals only
 
-struct SatEpochRecord {
+// What every step asks for stands ahead, in one cache line; what nothing prints comes last.
+struct alignas(64) SatEpochRecord {
     // The satellite, for GLONASS its frequency channel. 0: the record is free.
     std::int32_t number = 0;
-    // Name of the signal behind a value, by slot. Nothing prints it.
-    std::array<SignalText, bandCount * kindsPerBand> signalName{};
+    std::int32_t gloSlotNumber = 0;     // GLONASS only: the slot from NN
+    double clockOffset = 0.0;           // seconds; what differences and phases refer to
+    std::int32_t referenceDoppler = 0;  // raw, 1e-4 Hz; what Doppler differences refer to
+    // By band; bit 6: the signal is present.
+    std::array<std::uint32_t, obsColumns> signalFlags{};
     // Pseudorange in metres, Doppler in hertz, phase in cycles, strength in dB-Hz: row * obsColumns + band.
     // 0.0 is a missing measurement.
     std::array<double, obsRows * obsColumns> obs{};
     // RINEX strength digit by band, 1 to 9.
     std::array<std::int32_t, 22> strengthIndex{};
-    double clockOffset = 0.0;                            // seconds; what differences and phases refer to
-    std::int32_t referenceDoppler = 0;                   // raw, 1e-4 Hz; what Doppler differences refer to
-    std::int32_t gloSlotNumber = 0;                      // GLONASS only: the slot from NN
+    // Name of the signal behind a value, by slot. Nothing prints it.
+    std::array<SignalText, bandCount * kindsPerBand> signalName{};
     std::array<std::uint8_t, obsColumns> columnBytes{};  // nothing writes them
-    // By band; bit 6: the signal is present.
-    std::array<std::uint32_t, obsColumns> signalFlags{};
 
     [[nodiscard]] double& at(ObsRow row, std::size_t column) {
         return obs[static_cast<std::size_t>(row) * obsColumns + column];
@@ -99,7 +102,7 @@ inline constexpr auto storeOffset = []() {
     return offset;
 }();
 
-static_assert(*std::max_element(storeCapacity.begin(), storeCapacity.end()) <= 64, "a bit for each record");
+static_assert(*std::max_element(storeCapacity.begin(), storeCapacity.end()) < 64, "a bit for each record");
 
 struct EpochStore {
     std::array<SatEpochRecord, storeOffset.back() + storeCapacity.back()> all{};
@@ -109,28 +112,48 @@ struct EpochStore {
     // an epoch's clearing passes them over.
     PerConstellation<std::uint64_t> touched{};
     PerConstellation<std::uint64_t> measured{};
+    // How far the records go that have ever been handed out. Those behind are free as at the start.
+    PerConstellation<std::size_t> used{};
 
+    // All records of an array. One who may write them may write every one, so all count as handed out.
     [[nodiscard]] std::span<SatEpochRecord> records(Constellation constellation) {
-        const std::size_t c = indexOf(constellation);
-        return std::span(all).subspan(storeOffset[c], storeCapacity[c]);
+        return writableFirst(constellation, storeCapacity[indexOf(constellation)]);
     }
     [[nodiscard]] std::span<const SatEpochRecord> records(Constellation constellation) const {
         const std::size_t c = indexOf(constellation);
         return std::span(all).subspan(storeOffset[c], storeCapacity[c]);
     }
+    // The same without the records that have never been handed out.
+    [[nodiscard]] std::span<const SatEpochRecord> usedRecords(Constellation constellation) const {
+        return records(constellation).first(used[indexOf(constellation)]);
+    }
 
-    // The record at a position, for its number, slot and flags; null beyond the capacity of the array. Only
-    // what has been written through this function and the next is cleared.
+    // The first `count` records of an array, or all of them, for their numbers, slots and flags. Only what
+    // has been handed out by this function and those below is cleared.
+    [[nodiscard]] std::span<SatEpochRecord> claimableFirst(Constellation constellation, std::size_t count) {
+        const std::size_t c = indexOf(constellation);
+        const std::size_t within = std::min(count, storeCapacity[c]);
+        touched[c] |= firstBits(within);
+        used[c] = std::max(used[c], within);
+        return std::span(all).subspan(storeOffset[c], within);
+    }
+    // The same for everything that a record holds.
+    [[nodiscard]] std::span<SatEpochRecord> writableFirst(Constellation constellation, std::size_t count) {
+        const auto handedOut = claimableFirst(constellation, count);
+        measured[indexOf(constellation)] |= firstBits(handedOut.size());
+        return handedOut;
+    }
+
+    // The one record at a position; null beyond the capacity of the array.
     [[nodiscard]] SatEpochRecord* claimable(Constellation constellation, std::size_t position) {
         const std::size_t c = indexOf(constellation);
         if (position >= storeCapacity[c]) {
             return nullptr;
         }
         touched[c] |= std::uint64_t{1} << position;
+        used[c] = std::max(used[c], position + 1);
         return &all[storeOffset[c] + position];
     }
-
-    // The same for everything that a record holds.
     [[nodiscard]] SatEpochRecord* writable(Constellation constellation, std::size_t position) {
         SatEpochRecord* const record = claimable(constellation, position);
         if (record != nullptr) {
@@ -138,6 +161,9 @@ struct EpochStore {
         }
         return record;
     }
+
+private:
+    static constexpr std::uint64_t firstBits(std::size_t count) { return (std::uint64_t{1} << count) - 1; }
 };
 
 // Frees a record: number, observations, references and the presence of band 0. Deliberate: names, strength

@@ -36,31 +36,34 @@ std::int32_t strengthDigit(double strength) {
 }  // namespace
 
 void runFlagStep(EpochAssembly& assembly, const StepInput& step) {
-    forEachConstellation(
-        assembly, step, flagGates[step.band], [&](Constellation constellation, auto entries) {
-            const std::uint32_t taken = takenFlagBits(constellation, step.band);
-            for (const WalkEntry& entry : entries) {
-                if (entry.record == nullptr) {
-                    continue;
-                }
-                std::uint32_t& flags = entry.record->signalFlags[step.band];
-                if (entry.claim() != Claim::mismatch) {
-                    const auto word = assembly.staging.element<std::uint16_t>(step.row, entry.element);
-                    flags = (flags & ~taken) | (word & taken);
-                }
-                // The word as it now stands counts, also after a mismatch.
-                if (assembly.surveying && (flags & signalPresentBit) != 0) {
-                    noteSignal(assembly.survey, {.constellation = constellation,
-                                                 .band = step.band,
-                                                 .record = *entry.record,
-                                                 .satelliteNumber = entry.number,
-                                                 .position = entry.position});
-                }
-            }
-        });
+    const auto values = assembly.staging.elements<std::uint16_t>(step.row);
+    const bool surveying = assembly.surveying;
+    forEachConstellation(assembly, step, flagGates[step.band],
+                         [&](Constellation constellation, auto entries) {
+                             const std::uint32_t taken = takenFlagBits(constellation, step.band);
+                             for (const WalkEntry& entry : entries) {
+                                 if (entry.record == nullptr) {
+                                     continue;
+                                 }
+                                 std::uint32_t& flags = entry.record->signalFlags[step.band];
+                                 if (entry.claim() != Claim::mismatch) {
+                                     const std::uint32_t word = values[entry.element];
+                                     flags = (flags & ~taken) | (word & taken);
+                                 }
+                                 // The word as it now stands counts, also after a mismatch.
+                                 if (surveying && (flags & signalPresentBit) != 0) {
+                                     noteSignal(assembly.survey, {.constellation = constellation,
+                                                                  .band = step.band,
+                                                                  .record = *entry.record,
+                                                                  .satelliteNumber = entry.number,
+                                                                  .position = entry.position});
+                                 }
+                             }
+                         });
 }
 
 void runStrengthStep(EpochAssembly& assembly, const StepInput& step) {
+    const auto values = assembly.staging.elements<std::uint8_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::strength);
     forEachConstellation(
         assembly, step, strengthGates[step.band], [&](Constellation constellation, auto entries) {
@@ -72,8 +75,7 @@ void runStrengthStep(EpochAssembly& assembly, const StepInput& step) {
                 }
                 SatEpochRecord& record = *entry.record;
                 writeName(record, step.band, Kind::strength, name);
-                const auto raw = assembly.staging.element<std::uint8_t>(step.row, entry.element);
-                record.at(ObsRow::strength, step.band) = raw * strengthUnit;
+                record.at(ObsRow::strength, step.band) = values[entry.element] * strengthUnit;
                 record.strengthIndex[step.band] =
                     strengthDigit(strengthForDigit(record, constellation, step.band, claim));
             }

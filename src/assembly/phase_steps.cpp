@@ -68,6 +68,7 @@ double extraPhase(Constellation constellation, std::size_t band, std::int32_t nu
 
 void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
     SignalSurvey& survey = assembly.survey;
+    const auto values = assembly.staging.elements<std::int32_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::phase);
     forEachConstellation(
         assembly, step, phaseGates[step.band], [&](Constellation constellation, auto entries) {
@@ -89,8 +90,7 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
                 SatEpochRecord& record = *entry.record;
                 writeName(record, step.band, Kind::phase, name);
                 if (carrier.kind != CarrierKind::none) {
-                    const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
-                    const double t = raw * phaseUnit + record.clockOffset;
+                    const double t = values[entry.element] * phaseUnit + record.clockOffset;
                     record.at(ObsRow::phase, step.band) = cyclesOf(t, carrier, record.number) + shift +
                                                           extraPhase(constellation, step.band, record.number);
                 }

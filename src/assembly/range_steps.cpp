@@ -16,9 +16,9 @@ double timeOfFlight(std::int32_t raw, const RangeScale& scale) {
 class LastDelta {
 public:
     void note(std::span<const WalkEntry> entries) { last_ = std::max(last_, int{entries.back().element}); }
-    void store(const MessageStaging& staging, std::size_t row, std::int16_t& cell) const {
+    void store(ElementArray<std::int16_t> values, std::int16_t& cell) const {
         if (last_ >= 0) {
-            cell = staging.element<std::int16_t>(row, static_cast<std::size_t>(last_));
+            cell = values[static_cast<std::size_t>(last_)];
         }
     }
 
@@ -29,20 +29,22 @@ private:
 }  // namespace
 
 void runFullRangeStep(EpochAssembly& assembly, const StepInput& step) {
+    const auto values = assembly.staging.elements<std::int32_t>(step.row);
     forEachConstellation(assembly, step, fullRangeGates, [&](Constellation constellation, auto entries) {
         const RangeScale scale = rangeScales[indexOf(constellation)];
         for (const WalkEntry& entry : entries) {
             // Deliberate: this step alone takes the satellite byte unsigned for GLONASS too, so that a
             // negative channel does not match the record that an earlier step claimed.
             if (claimRecord(entry.record, entry.rawNumber) != Claim::mismatch) {
-                const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
-                entry.record->at(ObsRow::pseudorange, 0) = timeOfFlight(raw, scale) * speedOfLight;
+                const double t = timeOfFlight(values[entry.element], scale);
+                entry.record->at(ObsRow::pseudorange, 0) = t * speedOfLight;
             }
         }
     });
 }
 
 void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
+    const auto values = assembly.staging.elements<std::int32_t>(step.row);
     forEachConstellation(assembly, step, clockOffsetGates, [&](Constellation constellation, auto entries) {
         const RangeScale scale = rangeScales[indexOf(constellation)];
         for (const WalkEntry& entry : entries) {
@@ -50,8 +52,7 @@ void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
                 continue;
             }
             // Deliberate: the record at the position is written whichever satellite has claimed it.
-            const auto raw = assembly.staging.element<std::int32_t>(step.row, entry.element);
-            const double t = timeOfFlight(raw, scale);
+            const double t = timeOfFlight(values[entry.element], scale);
             entry.record->clockOffset = t;
             entry.record->at(ObsRow::pseudorange, 0) = t * speedOfLight;
         }
@@ -60,6 +61,7 @@ void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
 
 void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step) {
     SignalSurvey& survey = assembly.survey;
+    const auto values = assembly.staging.elements<std::int16_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::code);
     if (step.band == bands::b3 && walks(step, Constellation::glonass)) {
         // Deliberate: any 3r of a GLONASS satellite lists the code, whatever the flags say.
@@ -79,17 +81,16 @@ void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step) {
                 // Deliberate: the second band's own difference has no effect. All its satellites take the
                 // last one that 1r left.
                 const std::int16_t delta =
-                    step.band == bands::b2 ? survey.lastRangeDelta
-                                           : assembly.staging.element<std::int16_t>(step.row, entry.element);
+                    step.band == bands::b2 ? survey.lastRangeDelta : values[entry.element];
                 SatEpochRecord& record = *entry.record;
                 record.at(ObsRow::pseudorange, step.band) =
                     (delta * rangeDeltaUnit + rangeDeltaOffset + record.clockOffset) * speedOfLight;
             }
         });
     if (step.band == bands::b1) {
-        last.store(assembly.staging, step.row, survey.lastRangeDelta);
+        last.store(values, survey.lastRangeDelta);
     } else if (step.band == bands::b2) {
-        last.store(assembly.staging, step.row, survey.secondRangeDelta);
+        last.store(values, survey.secondRangeDelta);
     }
 }
 

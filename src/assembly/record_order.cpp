@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <tuple>
+#include <utility>
 
 #include "assembly/signal_plan.h"
 #include "log/satellite_lists.h"
@@ -18,12 +19,16 @@ using RecordKey = std::int32_t SatEpochRecord::*;
 // Sorts one run of records with non-zero keys, equal keys in their order: the order of the places first,
 // then each record moved once.
 void sortRun(std::span<SatEpochRecord> run, RecordKey key) {
-    std::array<std::uint8_t, largestArray> order{};
+    std::array<std::int32_t, largestArray> keys;   // NOLINT(*-member-init): filled as far as they are used
+    std::array<std::uint8_t, largestArray> order;  // NOLINT(*-member-init)
     for (std::size_t i = 0; i < run.size(); ++i) {
+        const std::int32_t own = run[i].*key;
         std::size_t place = i;
-        for (; place > 0 && run[order[place - 1]].*key > run[i].*key; --place) {
+        for (; place > 0 && keys[place - 1] > own; --place) {
+            keys[place] = keys[place - 1];
             order[place] = order[place - 1];
         }
+        keys[place] = own;
         order[place] = static_cast<std::uint8_t>(i);
     }
     for (std::size_t start = 0; start < run.size(); ++start) {
@@ -43,23 +48,22 @@ void sortRun(std::span<SatEpochRecord> run, RecordKey key) {
     }
 }
 
-// A run that moves takes records that were not handed out with it, so all of it counts as touched.
 void sortRecords(EpochStore& store, Constellation constellation, RecordKey key) {
-    const auto records = store.records(constellation);
+    const auto records = std::as_const(store).usedRecords(constellation);
     const auto isFree = [key](const SatEpochRecord& record) { return record.*key == 0; };
+    const auto byKey = [key](const SatEpochRecord& a, const SatEpochRecord& b) { return a.*key < b.*key; };
     auto begin = records.begin();
     while (begin != records.end()) {
         begin = std::find_if_not(begin, records.end(), isFree);
         const auto end = std::find_if(begin, records.end(), isFree);
-        const auto byKey = [key](const SatEpochRecord& a, const SatEpochRecord& b) {
-            return a.*key < b.*key;
-        };
         if (!std::is_sorted(begin, end, byKey)) {
-            sortRun({begin, end}, key);
-            for (auto moved = begin; moved != end; ++moved) {
-                std::ignore =
-                    store.writable(constellation, static_cast<std::size_t>(moved - records.begin()));
+            const auto first = static_cast<std::size_t>(begin - records.begin());
+            const auto count = static_cast<std::size_t>(end - begin);
+            SatEpochRecord* const run = store.writable(constellation, first);
+            for (std::size_t i = 1; i < count; ++i) {
+                std::ignore = store.writable(constellation, first + i);
             }
+            sortRun({run, count}, key);
         }
         begin = end;
     }

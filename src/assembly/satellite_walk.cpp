@@ -12,7 +12,12 @@ SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, i
             ++begin_[indexOf(*constellation) + 1];
         }
     }
+    PerConstellation<std::span<SatEpochRecord>> records;
     for (std::size_t c = 0; c < constellationCount; ++c) {
+        const auto constellation = static_cast<Constellation>(c);
+        const std::size_t met = begin_[c + 1];
+        records[c] = purpose == WalkedFor::flags ? store.claimableFirst(constellation, met)
+                                                 : store.writableFirst(constellation, met);
         begin_[c + 1] += begin_[c];
     }
     // The ConstellationCursor of each constellation: how many of its entries have been met.
@@ -26,8 +31,7 @@ SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, i
         const bool byChannel = *constellation == Constellation::glonass;
         const std::uint8_t position = cursor[c]++;
         entries_[begin_[c] + position] = {
-            .record = purpose == WalkedFor::flags ? store.claimable(*constellation, position)
-                                                  : store.writable(*constellation, position),
+            .record = position < records[c].size() ? &records[c][position] : nullptr,
             .number = byChannel ? list.frequencyChannel(i) : std::int32_t{list.satelliteNumber(i)},
             .rawNumber = list.satelliteNumber(i),
             .element = static_cast<std::uint8_t>(i),

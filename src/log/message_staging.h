@@ -13,6 +13,18 @@
 
 namespace orbconv {
 
+// The staged elements of an array message, as numbers of type T.
+template <class T>
+class ElementArray {
+public:
+    explicit ElementArray(const std::uint8_t* bytes) : bytes_(bytes) {}
+    // i below the room of the message's area.
+    [[nodiscard]] T operator[](std::size_t i) const { return loadLittleEndian<T>(bytes_ + i * sizeof(T)); }
+
+private:
+    const std::uint8_t* bytes_;
+};
+
 struct MessageStaging {
     std::array<std::uint8_t, areaOffsets.back()> bytes{};
 
@@ -38,10 +50,10 @@ struct MessageStaging {
     // The start of an area, for the loads of fields at known offsets.
     [[nodiscard]] const std::uint8_t* body(std::size_t row) const { return bytes.data() + areaOffsets[row]; }
 
-    // Element i of an array message; i below the room of its area.
+    // The elements of an array message.
     template <class T>
-    [[nodiscard]] T element(std::size_t row, std::size_t i) const {
-        return loadLittleEndian<T>(bytes.data() + areaOffsets[row] + i * sizeof(T));
+    [[nodiscard]] ElementArray<T> elements(std::size_t row) const {
+        return ElementArray<T>(body(row));
     }
 };
 

@@ -1,5 +1,6 @@
 #include "obsfile/epoch_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -39,7 +40,7 @@ char* fillBlanks(char* out, std::size_t count) {
 
 // One number at `out`, where blanks stand. Blanks stand behind the returned end too, also when a number too
 // wide for its field has pushed it on.
-char* writeNumber(char* out, double value, int width) {
+inline char* writeNumber(char* out, double value, int width) {
     char* const end = formatFixed3IntoBlanks(out, value, width);
     if (end != out + width) [[unlikely]] {
         fillBlanks(end, slotColumns);
@@ -140,9 +141,9 @@ void writeEpoch(TextWriter& out, std::int32_t epochFlag, const EpochTables& tabl
         if (!included[c] || tables.survey.obsCodeCount[c] == 0) {
             continue;
         }
-        writeSatelliteLines(out, tables.store.records(row.constellation).first(writtenRecords),
-                            systemLetters[c], row.slots,
-                            row.byCodeList ? &tables.survey.codes(row.constellation) : nullptr);
+        const auto used = tables.store.usedRecords(row.constellation);
+        writeSatelliteLines(out, used.first(std::min(used.size(), writtenRecords)), systemLetters[c],
+                            row.slots, row.byCodeList ? &tables.survey.codes(row.constellation) : nullptr);
     }
 }
 

@@ -41,18 +41,20 @@ inline std::uint64_t scaledToInteger(const Binary& binary, std::uint64_t power) 
         return 0;  // the product is below 2^63, so below half a unit
     }
     const std::uint64_t quotient = product >> shift;
-    const std::uint64_t remainder = product & ((std::uint64_t{1} << shift) - 1);
-    const std::uint64_t half = std::uint64_t{1} << (shift - 1);
+    const std::uint64_t remainder = product << (64 - shift);  // the lowest bit is free
+    constexpr std::uint64_t half = std::uint64_t{1} << 63;
     // One comparison: an odd quotient tips a tie over. Which way a number is rounded is a coin toss, and a
     // branch on it would cost as much as all the rest.
     return quotient + static_cast<std::uint64_t>(remainder + (quotient & 1) > half);
 }
 
-// The numbers 0 to 999 as four characters: behind a point with all their digits, and as a number of up to
-// three digits behind blanks.
+// The numbers 0 to 999 as four characters: behind a point with all their digits, and as the first digits of
+// a number, behind blanks, or blanks and a minus sign.
 struct DigitGroups {
-    std::array<std::array<char, 4>, 1000> behindPoint;
-    std::array<std::array<char, 4>, 1000> leading;
+    using Group = std::array<char, 4>;
+    std::array<Group, 1000> behindPoint;
+    std::array<Group, 1000> leading;
+    std::array<Group, 1000> negative;
 };
 inline constexpr DigitGroups digitGroups = []() {
     DigitGroups groups{};
@@ -62,15 +64,17 @@ inline constexpr DigitGroups digitGroups = []() {
         const auto ones = static_cast<char>('0' + i % 10);
         groups.behindPoint[i] = {'.', hundreds, tens, ones};
         groups.leading[i] = {' ', i >= 100 ? hundreds : ' ', i >= 10 ? tens : ' ', ones};
+        groups.negative[i] = groups.leading[i];
+        groups.negative[i][i >= 100 ? 0 : i >= 10 ? 1 : 2] = '-';
     }
     return groups;
 }();
 
-// A number is made in place out of whole groups if its field has this width at least and its whole part is
-// below the limit of the width.
+// A number is made in place out of whole groups if its field has this width at least, and its thousandfold is
+// below the limit of the width: six or nine digits ahead of the point.
 inline constexpr int narrowestField = 11;
-constexpr std::uint64_t wholeLimit(int width) {
-    return width < 14 ? 1'000'000 : width < 17 ? 1'000'000'000 : 1'000'000'000'000;
+constexpr std::uint64_t scaledLimit(int width) {
+    return width < 14 ? 1'000'000'000 : 1'000'000'000'000;
 }
 
 }  // namespace orbconv::decimal

@@ -73,6 +73,39 @@ TEST(EpochStoreLayout, StoreStartsZeroed) {
     }
 }
 
+TEST(EpochStoreUse, ReachesAsFarAsTheLastRecordEverHandedOut) {
+    orbconv::EpochStore store;
+    EXPECT_TRUE(store.usedRecords(Constellation::galileo).empty());
+    EXPECT_NE(store.claimable(Constellation::galileo, 4), nullptr);
+    EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 5U);
+    EXPECT_NE(store.writable(Constellation::galileo, 1), nullptr);
+    EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 5U);
+    EXPECT_EQ(store.claimable(Constellation::galileo, 37), nullptr);
+    clearEpochRecords(store);
+    EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 5U);
+    EXPECT_TRUE(store.usedRecords(Constellation::gps).empty());
+}
+
+TEST(EpochStoreUse, SeveralRecordsAtOnceEndWithTheArray) {
+    orbconv::EpochStore store;
+    EXPECT_EQ(store.claimableFirst(Constellation::gps, 3).size(), 3U);
+    EXPECT_EQ(store.usedRecords(Constellation::gps).size(), 3U);
+    EXPECT_EQ(store.writableFirst(Constellation::gps, 180).size(), 32U);
+    EXPECT_EQ(store.usedRecords(Constellation::gps).size(), 32U);
+    EXPECT_EQ(store.usedRecords(Constellation::gps).data(), store.all.data());
+}
+
+TEST(EpochStoreUse, OneWhoMayWriteAllHasAllCleared) {
+    orbconv::EpochStore store;
+    const auto records = store.records(Constellation::galileo);
+    EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 37U);
+    records[29] = filledRecord();
+    records[30] = filledRecord();
+    clearEpochRecords(store);
+    EXPECT_TRUE(hasClearedFields(records[29]));
+    EXPECT_EQ(records[30].number, 17);  // behind what an epoch's clearing reaches
+}
+
 TEST(EpochStoreLayout, SlotIsFiveTimesTheBandAndTheKind) {
     EXPECT_EQ(orbconv::slotOf(0, orbconv::Kind::code), 0U);
     EXPECT_EQ(orbconv::slotOf(0, orbconv::Kind::phase), 1U);

@@ -217,9 +217,9 @@ TEST(EndOfFile, OfACutMessageLeavesWhatCameInItsArea) {
     const std::string cut = LogBuilder().rx({7, 8, 9}).take();
     // The id, the length and five body bytes: one element and the lowest byte of the next.
     testsupport::stage(*staging, std::string_view(cut).substr(0, 10));
-    EXPECT_EQ(staging->element<std::int32_t>(orbconv::rowOf("rx"), 0), 7);
-    EXPECT_EQ(staging->element<std::int32_t>(orbconv::rowOf("rx"), 1), 8);
-    EXPECT_EQ(staging->element<std::int32_t>(orbconv::rowOf("rx"), 2), 3);
+    EXPECT_EQ(staging->elements<std::int32_t>(orbconv::rowOf("rx"))[0], 7);
+    EXPECT_EQ(staging->elements<std::int32_t>(orbconv::rowOf("rx"))[1], 8);
+    EXPECT_EQ(staging->elements<std::int32_t>(orbconv::rowOf("rx"))[2], 3);
     EXPECT_EQ(staging->elementCount[orbconv::rowOf("rx")], 3);
 }
 

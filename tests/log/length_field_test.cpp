@@ -174,16 +174,16 @@ TEST(StaleBytes, RemainBehindAShorterArrayWhoseCountIsNew) {
     MessageStaging staging;
     testsupport::stage(staging, LogBuilder().rx({100, 200, 300}).rx({7}));
     EXPECT_EQ(staging.elementCount[rowOf("rx")], 1);
-    EXPECT_EQ(staging.element<std::int32_t>(rowOf("rx"), 0), 7);
-    EXPECT_EQ(staging.element<std::int32_t>(rowOf("rx"), 1), 200);
-    EXPECT_EQ(staging.element<std::int32_t>(rowOf("rx"), 2), 300);
+    EXPECT_EQ(staging.elements<std::int32_t>(rowOf("rx"))[0], 7);
+    EXPECT_EQ(staging.elements<std::int32_t>(rowOf("rx"))[1], 200);
+    EXPECT_EQ(staging.elements<std::int32_t>(rowOf("rx"))[2], 300);
 }
 
 TEST(StaleBytes, OfAnotherMessageNeverAppear) {
     MessageStaging staging;
     testsupport::stage(staging, LogBuilder().rx({-1, -1, -1}).rc({7}));
-    EXPECT_EQ(staging.element<std::int32_t>(rowOf("rc"), 0), 7);
-    EXPECT_EQ(staging.element<std::int32_t>(rowOf("rc"), 1), 0);
+    EXPECT_EQ(staging.elements<std::int32_t>(rowOf("rc"))[0], 7);
+    EXPECT_EQ(staging.elements<std::int32_t>(rowOf("rc"))[1], 0);
 }
 
 TEST(StaleBytes, OfTheTimeAreaOutliveTheTimeItself) {
