@@ -11,6 +11,7 @@ namespace orbconv {
 
 struct StepInput {
     const SatelliteWalk& walk;
+    const OpenGates& gates;
     std::size_t row;
     std::size_t band;
     int count;  // 1 to 180
@@ -44,14 +45,11 @@ void runStrengthStep(EpochAssembly& assembly, const StepInput& step);
 // Calls action(constellation, entries) for every constellation that has entries in the step's walk and
 // passes its gate.
 template <class Action>
-void forEachConstellation(const EpochAssembly& assembly, const StepInput& step,
-                          const PerConstellation<StepGate>& gates, Action action) {
-    const PerConstellation<bool> included = includedConstellations(assembly.options);
+void forEachConstellation(const StepInput& step, const PerConstellation<StepGate>& gates, Action action) {
     for (std::size_t c = 0; c < constellationCount; ++c) {
         const auto constellation = static_cast<Constellation>(c);
         const auto entries = step.walk.of(constellation, step.count);
-        if (!entries.empty() && (included[c] || !gates[c].needsInclude) &&
-            passes(gates[c].versions, assembly.options.rinexVersion)) {
+        if (!entries.empty() && step.gates.lets(constellation, gates[c])) {
             action(constellation, entries);
         }
     }

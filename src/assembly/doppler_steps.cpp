@@ -29,7 +29,7 @@ double carrierOf(const Carrier& carrier, std::int32_t channel) {
 
 void runReferenceDopplerStep(EpochAssembly& assembly, const StepInput& step) {
     const auto values = assembly.staging.elements<std::int32_t>(step.row);
-    forEachConstellation(assembly, step, referenceDopplerGates, [&](Constellation, auto entries) {
+    forEachConstellation(step, referenceDopplerGates, [&](Constellation, auto entries) {
         for (const WalkEntry& entry : entries) {
             if (entry.record != nullptr) {
                 entry.record->referenceDoppler = values[entry.element];
@@ -41,8 +41,8 @@ void runReferenceDopplerStep(EpochAssembly& assembly, const StepInput& step) {
 void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step) {
     const auto values = assembly.staging.elements<std::int32_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::doppler);
-    forEachConstellation(assembly, step, fullDopplerGates, [&](Constellation constellation, auto entries) {
-        const RecordName& name = fullDopplerNames[indexOf(constellation)];
+    forEachConstellation(step, fullDopplerGates, [&](Constellation constellation, auto entries) {
+        const RecordName name = fullDopplerNames[indexOf(constellation)];
         for (const WalkEntry& entry : entries) {
             if (entry.claim() == Claim::mismatch) {
                 if (constellation == Constellation::glonass && entry.record != nullptr) {
@@ -58,30 +58,30 @@ void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step) {
 }
 
 void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
+    const std::size_t band = step.band;
     const auto values = assembly.staging.elements<std::int16_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::doppler);
-    if (step.band == bands::l && passes(VersionRule::any4, assembly.options.rinexVersion) &&
-        walks(step, Constellation::glonass)) {
+    if (band == bands::l && step.gates.open(VersionRule::any4) && walks(step, Constellation::glonass)) {
         assembly.survey.codes(Constellation::glonass)[slotOf(bands::l, Kind::doppler)] = {};
     }
-    forEachConstellation(
-        assembly, step, dopplerGates[step.band], [&](Constellation constellation, auto entries) {
-            const std::size_t c = indexOf(constellation);
-            const Carrier& carrier = dopplerCarriers[step.band][c];
-            const Carrier& reference = dopplerReferences[c];
-            for (const WalkEntry& entry : entries) {
-                if (entry.claim() == Claim::mismatch) {
-                    continue;
-                }
-                SatEpochRecord& record = *entry.record;
-                writeName(record, step.band, Kind::doppler, dopplerNames[step.band][c]);
-                // Every formula turns the sign of the log's value. Where both carriers are the same the two
-                // operations are carried out all the same: their rounding is part of the result.
-                const std::int32_t raw = negatedSum(record.referenceDoppler, values[entry.element]);
-                record.at(ObsRow::doppler, step.band) = raw * carrierOf(carrier, record.number) /
-                                                        carrierOf(reference, record.number) * dopplerUnit;
+    forEachConstellation(step, dopplerGates[band], [&](Constellation constellation, auto entries) {
+        const std::size_t c = indexOf(constellation);
+        const Carrier carrier = dopplerCarriers[band][c];
+        const Carrier reference = dopplerReferences[c];
+        const RecordName name = dopplerNames[band][c];
+        for (const WalkEntry& entry : entries) {
+            if (entry.claim() == Claim::mismatch) {
+                continue;
             }
-        });
+            SatEpochRecord& record = *entry.record;
+            writeName(record, band, Kind::doppler, name);
+            // Every formula turns the sign of the log's value. Where both carriers are the same the two
+            // operations are carried out all the same: their rounding is part of the result.
+            const std::int32_t raw = negatedSum(record.referenceDoppler, values[entry.element]);
+            record.at(ObsRow::doppler, band) =
+                raw * carrierOf(carrier, record.number) / carrierOf(reference, record.number) * dopplerUnit;
+        }
+    });
 }
 
 }  // namespace orbconv

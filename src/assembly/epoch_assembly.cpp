@@ -80,10 +80,12 @@ void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, Walk
         longest = std::max(longest, entriesToWalk(step, assembly.staging));
     }
     const SatelliteWalk walk(assembly.staging, assembly.store, longest, purpose);
+    const OpenGates gates(assembly.options);
     for (const AssemblyStep& step : steps) {
         const int count = entriesToWalk(step, assembly.staging);
         if (count > 0) {
-            step.run(assembly, {.walk = walk, .row = step.row, .band = step.band, .count = count});
+            step.run(assembly,
+                     {.walk = walk, .gates = gates, .row = step.row, .band = step.band, .count = count});
         }
     }
 }
@@ -104,8 +106,7 @@ void enterPlaceholderCodes(EpochAssembly& assembly, const StepInput& step, Kind 
         const PlaceholderCode& code = codes[step.band][static_cast<std::size_t>(kind)];
         // The strengths of all bands but the first ask for the include flag too.
         const bool asksFlag = kind == Kind::strength && step.band != 0;
-        if (walks(step, constellation) && passes(code.versions, assembly.options.rinexVersion) &&
-            (included || !asksFlag)) {
+        if (walks(step, constellation) && step.gates.open(code.versions) && (included || !asksFlag)) {
             assembly.survey.codes(constellation)[slotOf(step.band, kind)] = code.text;
         }
     };

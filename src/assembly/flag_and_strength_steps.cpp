@@ -36,50 +36,49 @@ std::int32_t strengthDigit(double strength) {
 }  // namespace
 
 void runFlagStep(EpochAssembly& assembly, const StepInput& step) {
+    const std::size_t band = step.band;
     const auto values = assembly.staging.elements<std::uint16_t>(step.row);
     const bool surveying = assembly.surveying;
-    forEachConstellation(assembly, step, flagGates[step.band],
-                         [&](Constellation constellation, auto entries) {
-                             const std::uint32_t taken = takenFlagBits(constellation, step.band);
-                             for (const WalkEntry& entry : entries) {
-                                 if (entry.record == nullptr) {
-                                     continue;
-                                 }
-                                 std::uint32_t& flags = entry.record->signalFlags[step.band];
-                                 if (entry.claim() != Claim::mismatch) {
-                                     const std::uint32_t word = values[entry.element];
-                                     flags = (flags & ~taken) | (word & taken);
-                                 }
-                                 // The word as it now stands counts, also after a mismatch.
-                                 if (surveying && (flags & signalPresentBit) != 0) {
-                                     noteSignal(assembly.survey, {.constellation = constellation,
-                                                                  .band = step.band,
-                                                                  .record = *entry.record,
-                                                                  .satelliteNumber = entry.number,
-                                                                  .position = entry.position});
-                                 }
-                             }
-                         });
+    forEachConstellation(step, flagGates[band], [&](Constellation constellation, auto entries) {
+        const std::uint32_t taken = takenFlagBits(constellation, band);
+        for (const WalkEntry& entry : entries) {
+            if (entry.record == nullptr) {
+                continue;
+            }
+            std::uint32_t& flags = entry.record->signalFlags[band];
+            if (entry.claim() != Claim::mismatch) {
+                const std::uint32_t word = values[entry.element];
+                flags = (flags & ~taken) | (word & taken);
+            }
+            // The word as it now stands counts, also after a mismatch.
+            if (surveying && (flags & signalPresentBit) != 0) {
+                noteSignal(assembly.survey, {.constellation = constellation,
+                                             .band = band,
+                                             .record = *entry.record,
+                                             .satelliteNumber = entry.number,
+                                             .position = entry.position});
+            }
+        }
+    });
 }
 
 void runStrengthStep(EpochAssembly& assembly, const StepInput& step) {
+    const std::size_t band = step.band;
     const auto values = assembly.staging.elements<std::uint8_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::strength);
-    forEachConstellation(
-        assembly, step, strengthGates[step.band], [&](Constellation constellation, auto entries) {
-            const RecordName& name = strengthNames[step.band][indexOf(constellation)];
-            for (const WalkEntry& entry : entries) {
-                const Claim claim = entry.claim();
-                if (claim == Claim::mismatch) {
-                    continue;
-                }
-                SatEpochRecord& record = *entry.record;
-                writeName(record, step.band, Kind::strength, name);
-                record.at(ObsRow::strength, step.band) = values[entry.element] * strengthUnit;
-                record.strengthIndex[step.band] =
-                    strengthDigit(strengthForDigit(record, constellation, step.band, claim));
+    forEachConstellation(step, strengthGates[band], [&](Constellation constellation, auto entries) {
+        const RecordName name = strengthNames[band][indexOf(constellation)];
+        for (const WalkEntry& entry : entries) {
+            const Claim claim = entry.claim();
+            if (claim == Claim::mismatch) {
+                continue;
             }
-        });
+            SatEpochRecord& record = *entry.record;
+            writeName(record, band, Kind::strength, name);
+            record.at(ObsRow::strength, band) = values[entry.element] * strengthUnit;
+            record.strengthIndex[band] = strengthDigit(strengthForDigit(record, constellation, band, claim));
+        }
+    });
 }
 
 }  // namespace orbconv

@@ -67,35 +67,35 @@ double extraPhase(Constellation constellation, std::size_t band, std::int32_t nu
 }  // namespace
 
 void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
+    const std::size_t band = step.band;
     SignalSurvey& survey = assembly.survey;
     const auto values = assembly.staging.elements<std::int32_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::phase);
-    forEachConstellation(
-        assembly, step, phaseGates[step.band], [&](Constellation constellation, auto entries) {
-            const std::size_t c = indexOf(constellation);
-            notePhases(survey, constellation, step.band, entries);
-            if (step.band == bands::l && constellation == Constellation::glonass) {
-                survey.codes(constellation)[slotOf(bands::l, Kind::phase)] = {};
+    forEachConstellation(step, phaseGates[band], [&](Constellation constellation, auto entries) {
+        const std::size_t c = indexOf(constellation);
+        notePhases(survey, constellation, band, entries);
+        if (band == bands::l && constellation == Constellation::glonass) {
+            survey.codes(constellation)[slotOf(bands::l, Kind::phase)] = {};
+        }
+        if (!hasRecords(constellation)) {
+            return;
+        }
+        const Carrier carrier = phaseCarriers[band][c];
+        const auto shift = static_cast<double>(phaseShifts[band][c].value_or(0.0F));
+        const RecordName name = phaseNames[band][c];
+        for (const WalkEntry& entry : entries) {
+            if (entry.claim() == Claim::mismatch) {
+                continue;
             }
-            if (!hasRecords(constellation)) {
-                return;
+            SatEpochRecord& record = *entry.record;
+            writeName(record, band, Kind::phase, name);
+            if (carrier.kind != CarrierKind::none) {
+                const double t = values[entry.element] * phaseUnit + record.clockOffset;
+                record.at(ObsRow::phase, band) = cyclesOf(t, carrier, record.number) + shift +
+                                                 extraPhase(constellation, band, record.number);
             }
-            const Carrier& carrier = phaseCarriers[step.band][c];
-            const auto shift = static_cast<double>(phaseShifts[step.band][c].value_or(0.0F));
-            const RecordName& name = phaseNames[step.band][c];
-            for (const WalkEntry& entry : entries) {
-                if (entry.claim() == Claim::mismatch) {
-                    continue;
-                }
-                SatEpochRecord& record = *entry.record;
-                writeName(record, step.band, Kind::phase, name);
-                if (carrier.kind != CarrierKind::none) {
-                    const double t = values[entry.element] * phaseUnit + record.clockOffset;
-                    record.at(ObsRow::phase, step.band) = cyclesOf(t, carrier, record.number) + shift +
-                                                          extraPhase(constellation, step.band, record.number);
-                }
-            }
-        });
+        }
+    });
 }
 
 }  // namespace orbconv

@@ -30,7 +30,7 @@ private:
 
 void runFullRangeStep(EpochAssembly& assembly, const StepInput& step) {
     const auto values = assembly.staging.elements<std::int32_t>(step.row);
-    forEachConstellation(assembly, step, fullRangeGates, [&](Constellation constellation, auto entries) {
+    forEachConstellation(step, fullRangeGates, [&](Constellation constellation, auto entries) {
         const RangeScale scale = rangeScales[indexOf(constellation)];
         for (const WalkEntry& entry : entries) {
             // Deliberate: this step alone takes the satellite byte unsigned for GLONASS too, so that a
@@ -45,7 +45,7 @@ void runFullRangeStep(EpochAssembly& assembly, const StepInput& step) {
 
 void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
     const auto values = assembly.staging.elements<std::int32_t>(step.row);
-    forEachConstellation(assembly, step, clockOffsetGates, [&](Constellation constellation, auto entries) {
+    forEachConstellation(step, clockOffsetGates, [&](Constellation constellation, auto entries) {
         const RangeScale scale = rangeScales[indexOf(constellation)];
         for (const WalkEntry& entry : entries) {
             if (entry.record == nullptr) {
@@ -60,36 +60,35 @@ void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
 }
 
 void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step) {
+    const std::size_t band = step.band;
     SignalSurvey& survey = assembly.survey;
     const auto values = assembly.staging.elements<std::int16_t>(step.row);
     enterPlaceholderCodes(assembly, step, Kind::code);
-    if (step.band == bands::b3 && walks(step, Constellation::glonass)) {
+    if (band == bands::b3 && walks(step, Constellation::glonass)) {
         // Deliberate: any 3r of a GLONASS satellite lists the code, whatever the flags say.
         survey.codes(Constellation::glonass)[slotOf(bands::b3, Kind::code)] = "C2P";
     }
     LastDelta last;
-    forEachConstellation(
-        assembly, step, rangeDeltaGates[step.band], [&](Constellation constellation, auto entries) {
-            last.note(entries);
-            if (!hasRecords(constellation)) {
-                return;
+    forEachConstellation(step, rangeDeltaGates[band], [&](Constellation constellation, auto entries) {
+        last.note(entries);
+        if (!hasRecords(constellation)) {
+            return;
+        }
+        for (const WalkEntry& entry : entries) {
+            if (entry.claim() == Claim::mismatch) {
+                continue;
             }
-            for (const WalkEntry& entry : entries) {
-                if (entry.claim() == Claim::mismatch) {
-                    continue;
-                }
-                // Deliberate: the second band's own difference has no effect. All its satellites take the
-                // last one that 1r left.
-                const std::int16_t delta =
-                    step.band == bands::b2 ? survey.lastRangeDelta : values[entry.element];
-                SatEpochRecord& record = *entry.record;
-                record.at(ObsRow::pseudorange, step.band) =
-                    (delta * rangeDeltaUnit + rangeDeltaOffset + record.clockOffset) * speedOfLight;
-            }
-        });
-    if (step.band == bands::b1) {
+            // Deliberate: the second band's own difference has no effect. All its satellites take the
+            // last one that 1r left.
+            const std::int16_t delta = band == bands::b2 ? survey.lastRangeDelta : values[entry.element];
+            SatEpochRecord& record = *entry.record;
+            record.at(ObsRow::pseudorange, band) =
+                (delta * rangeDeltaUnit + rangeDeltaOffset + record.clockOffset) * speedOfLight;
+        }
+    });
+    if (band == bands::b1) {
         last.store(values, survey.lastRangeDelta);
-    } else if (step.band == bands::b2) {
+    } else if (band == bands::b2) {
         last.store(values, survey.secondRangeDelta);
     }
 }

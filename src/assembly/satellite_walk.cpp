@@ -7,9 +7,14 @@ SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, i
                              WalkedFor purpose) {
     const SatelliteList list(staging);
     const auto count = static_cast<std::size_t>(entries);
+    std::array<std::uint8_t, SatelliteList::capacity>
+        constellations;  // NOLINT(*-member-init): as the entries
     for (std::size_t i = 0; i < count; ++i) {
-        if (const auto constellation = constellationOfCode(list.systemCode(i))) {
-            ++begin_[indexOf(*constellation) + 1];
+        const auto constellation = constellationOfCode(list.systemCode(i));
+        constellations[i] =
+            static_cast<std::uint8_t>(constellation ? indexOf(*constellation) : constellationCount);
+        if (constellation) {
+            ++begin_[constellations[i] + std::size_t{1}];
         }
     }
     PerConstellation<std::span<SatEpochRecord>> records;
@@ -23,12 +28,11 @@ SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, i
     // The ConstellationCursor of each constellation: how many of its entries have been met.
     std::array<std::uint8_t, constellationCount> cursor{};
     for (std::size_t i = 0; i < count; ++i) {
-        const auto constellation = constellationOfCode(list.systemCode(i));
-        if (!constellation) {
+        const std::size_t c = constellations[i];
+        if (c == constellationCount) {
             continue;
         }
-        const std::size_t c = indexOf(*constellation);
-        const bool byChannel = *constellation == Constellation::glonass;
+        const bool byChannel = c == indexOf(Constellation::glonass);
         const std::uint8_t position = cursor[c]++;
         entries_[begin_[c] + position] = {
             .record = position < records[c].size() ? &records[c][position] : nullptr,

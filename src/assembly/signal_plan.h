@@ -49,6 +49,7 @@ enum class VersionRule : std::uint8_t {
     off135,
     off136,
 };
+inline constexpr std::size_t versionRules = static_cast<std::size_t>(VersionRule::off136) + 1;
 
 constexpr bool passes(VersionRule rule, double version) {
     switch (rule) {
@@ -70,6 +71,24 @@ constexpr bool passes(VersionRule rule, double version) {
 struct StepGate {
     bool needsInclude = false;
     VersionRule versions = VersionRule::never;
+};
+
+// The gates that a run opens: known once, asked for each constellation in each step.
+class OpenGates {
+public:
+    explicit OpenGates(const RunOptions& options) : included_(includedConstellations(options)) {
+        for (std::size_t rule = 0; rule < open_.size(); ++rule) {
+            open_[rule] = passes(static_cast<VersionRule>(rule), options.rinexVersion);
+        }
+    }
+    [[nodiscard]] bool lets(Constellation constellation, const StepGate& gate) const {
+        return open(gate.versions) && (!gate.needsInclude || included_[indexOf(constellation)]);
+    }
+    [[nodiscard]] bool open(VersionRule rule) const { return open_[static_cast<std::size_t>(rule)]; }
+
+private:
+    PerConstellation<bool> included_;
+    std::array<bool, versionRules> open_{};
 };
 
 namespace gates {

@@ -1,9 +1,6 @@
 #include "assembly/signal_survey.h"
 
 #include <algorithm>
-#include <optional>
-
-#include "assembly/signal_plan.h"
 
 namespace orbconv {
 
@@ -59,17 +56,6 @@ void enterCodes(SignalSurvey& survey, const SurveyedSignal& signal) {
     }
 }
 
-// The column that a present signal counts in, if it counts at all.
-std::optional<std::size_t> useCountColumn(Constellation constellation, std::size_t band) {
-    if (band == bands::b5 && constellation == Constellation::galileo) {
-        return bands::b3;  // Deliberate: Galileo's 5 band counts for its 3 band
-    }
-    if (band == bands::b5 && constellation == Constellation::navic) {
-        return std::nullopt;  // Deliberate: NavIC's 5 band does not count
-    }
-    return band;
-}
-
 // Entries that the search for a key looks at. Deliberate: 32 also in Galileo's list of 37.
 std::size_t searchedEntries(Constellation constellation) {
     return constellation == Constellation::beidou ? satelliteListRoom : 32;
@@ -110,19 +96,8 @@ void enterSatellite(SatelliteNumbers& list, std::size_t entries, std::int32_t ke
     }
 }
 
-void noteSignal(SignalSurvey& survey, const SurveyedSignal& signal) {
+void enterSignal(SignalSurvey& survey, const SurveyedSignal& signal) {
     const std::size_t c = indexOf(signal.constellation);
-    if (const auto column = useCountColumn(signal.constellation, signal.band)) {
-        ++survey.signalUseCount[useCountRow(signal.constellation)][*column];
-    }
-    // The lists only grow, so the same signal at the same place a second time changes nothing. That is
-    // nearly every signal of nearly every epoch.
-    NotedSignal& noted = survey.notedSignals[c][signal.band][signal.position];
-    const NotedSignal now{signal.record.number, signal.record.gloSlotNumber, signal.satelliteNumber};
-    if (noted == now) {
-        return;
-    }
-    noted = now;
     enterCodes(survey, signal);
     const bool listed = signal.constellation != Constellation::beidou ||
                         beidouRules[signal.band].listed.holds(signal.record.number);

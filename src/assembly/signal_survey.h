@@ -4,8 +4,10 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "assembly/epoch_store.h"
+#include "assembly/signal_plan.h"
 
 namespace orbconv {
 
@@ -88,8 +90,33 @@ struct SurveyedSignal {
     std::size_t position;
 };
 
-// Enters the signal into the code list, the use counts and the satellite lists.
-void noteSignal(SignalSurvey& survey, const SurveyedSignal& signal);
+// The column of SignalUseCount that a present signal counts in, if it counts at all.
+constexpr std::optional<std::size_t> useCountColumn(Constellation constellation, std::size_t band) {
+    if (band == bands::b5 && constellation == Constellation::galileo) {
+        return bands::b3;  // Deliberate: Galileo's 5 band counts for its 3 band
+    }
+    if (band == bands::b5 && constellation == Constellation::navic) {
+        return std::nullopt;  // Deliberate: NavIC's 5 band does not count
+    }
+    return band;
+}
+
+// Enters the signal into the code list and the satellite lists.
+void enterSignal(SignalSurvey& survey, const SurveyedSignal& signal);
+
+// Counts the signal, and enters it. The lists only grow, so the same signal at the same place a second time
+// changes nothing in them. That is nearly every signal of nearly every epoch.
+inline void noteSignal(SignalSurvey& survey, const SurveyedSignal& signal) {
+    if (const auto column = useCountColumn(signal.constellation, signal.band)) {
+        ++survey.signalUseCount[useCountRow(signal.constellation)][*column];
+    }
+    NotedSignal& noted = survey.notedSignals[indexOf(signal.constellation)][signal.band][signal.position];
+    const NotedSignal now{signal.record.number, signal.record.gloSlotNumber, signal.satelliteNumber};
+    if (noted != now) {
+        noted = now;
+        enterSignal(survey, signal);
+    }
+}
 
 // Enters `key` into the first `entries` of a list: the search stops at an equal entry, and the first zero
 // takes the key. A full list takes no more.

@@ -250,6 +250,13 @@ static_assert(std::ranges::all_of(messageTable,
 
 static_assert(std::ranges::all_of(messageTable,
                                   [](const MessageRow& row) {
+                                      return row.elementBytes == 1 || row.elementBytes == 2 ||
+                                             row.elementBytes == 4;
+                                  }),
+              "the reader knows elements of these sizes");
+
+static_assert(std::ranges::all_of(messageTable,
+                                  [](const MessageRow& row) {
                                       return std::ranges::all_of(row.forms, [&](const BodyForm& form) {
                                           return std::ranges::all_of(
                                               form.pieces, [&](const FormPiece& piece) {
