@@ -91,11 +91,15 @@ if(sanitizers)
     target_link_options(orbconv_build_flags INTERFACE -fsanitize=${sanitizers})
 endif()
 
+set(isProgram $<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>)
+if(ORBCONV_SANITIZE)
+    target_sources(orbconv_build_flags INTERFACE $<${isProgram}:${CMAKE_CURRENT_LIST_DIR}/sanitizer_options.cpp>)
+endif()
+
 if(WIN32)
     # MinGW declares what has a format so that one that is put together at run time is reported even where
     # this is meant, as in tests that print a number in every form.
     target_compile_options(orbconv_build_flags INTERFACE -Wno-format-nonliteral)
     # Every program carries the manifest.
-    set(isProgram $<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>)
     target_sources(orbconv_build_flags INTERFACE $<${isProgram}:${CMAKE_CURRENT_LIST_DIR}/windows.rc>)
 endif()

@@ -20,6 +20,7 @@ set(ORBCONV_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's sourc
 function(orbconv_add_googletest)
     set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)
     set(INSTALL_GTEST OFF)
+    string(APPEND CMAKE_CXX_FLAGS_RELEASE " -O1")
     add_subdirectory(${ORBCONV_GOOGLETEST_SOURCE} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 endfunction()
 if(ORBCONV_BUILD_TESTS AND EXISTS ${ORBCONV_GOOGLETEST_SOURCE}/CMakeLists.txt)

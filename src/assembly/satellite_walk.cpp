@@ -7,8 +7,7 @@ SatelliteWalk::SatelliteWalk(const MessageStaging& staging, EpochStore& store, i
                              WalkedFor purpose) {
     const SatelliteList list(staging);
     const auto count = static_cast<std::size_t>(entries);
-    std::array<std::uint8_t, SatelliteList::capacity>
-        constellations;  // NOLINT(*-member-init): as the entries
+    std::array<std::uint8_t, SatelliteList::capacity> constellations{};
     for (std::size_t i = 0; i < count; ++i) {
         const auto constellation = constellationOfCode(list.systemCode(i));
         constellations[i] =
