@@ -1,6 +1,4 @@
-// The field of a time offset's first coefficient is narrower than any number in scientific notation. Its
-// width shows where the text is short: "inf" takes all of its 12 columns, and the label stays where a number
-// that fits would leave it.
+// The width of a time offset's first coefficient. Every number in scientific notation is wider; "inf" is not.
 #include <gtest/gtest.h>
 
 #include <limits>
