@@ -69,17 +69,24 @@ void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
         const Carrier carrier = dopplerCarriers[band][c];
         const Carrier reference = dopplerReferences[c];
         const RecordName name = dopplerNames[band][c];
-        for (const WalkEntry& entry : entries) {
-            if (entry.claim() == Claim::mismatch) {
-                continue;
+        const auto store = [&](auto frequencyOf) {
+            for (const WalkEntry& entry : entries) {
+                if (entry.claim() == Claim::mismatch) {
+                    continue;
+                }
+                SatEpochRecord& record = *entry.record;
+                writeName(record, band, Kind::doppler, name);
+                // Every formula turns the sign of the log's value. Where both carriers are the same the two
+                // operations are carried out all the same: their rounding is part of the result.
+                const std::int32_t raw = negatedSum(record.referenceDoppler, values[entry.element]);
+                record.at(ObsRow::doppler, band) = raw * frequencyOf(carrier, record.number) /
+                                                   frequencyOf(reference, record.number) * dopplerUnit;
             }
-            SatEpochRecord& record = *entry.record;
-            writeName(record, band, Kind::doppler, name);
-            // Every formula turns the sign of the log's value. Where both carriers are the same the two
-            // operations are carried out all the same: their rounding is part of the result.
-            const std::int32_t raw = negatedSum(record.referenceDoppler, values[entry.element]);
-            record.at(ObsRow::doppler, band) =
-                raw * carrierOf(carrier, record.number) / carrierOf(reference, record.number) * dopplerUnit;
+        };
+        if (carrier.kind == CarrierKind::fixed && reference.kind == CarrierKind::fixed) {
+            store([](const Carrier& fixed, std::int32_t) { return fixed.hertz; });  // nearly all
+        } else {
+            store(carrierOf);
         }
     });
 }

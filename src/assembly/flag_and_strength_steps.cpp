@@ -38,20 +38,20 @@ std::int32_t strengthDigit(double strength) {
 void runFlagStep(EpochAssembly& assembly, const StepInput& step) {
     const std::size_t band = step.band;
     const auto values = assembly.staging.elements<std::uint16_t>(step.row);
-    const bool surveying = assembly.surveying;
     forEachConstellation(step, flagGates[band], [&](Constellation constellation, auto entries) {
         const std::uint32_t taken = takenFlagBits(constellation, band);
         for (const WalkEntry& entry : entries) {
-            if (entry.record == nullptr) {
-                continue;
-            }
-            std::uint32_t& flags = entry.record->signalFlags[band];
             if (entry.claim() != Claim::mismatch) {
-                const std::uint32_t word = values[entry.element];
-                flags = (flags & ~taken) | (word & taken);
+                std::uint32_t& flags = entry.record->signalFlags[band];
+                flags = (flags & ~taken) | (values[entry.element] & taken);
             }
+        }
+        if (!assembly.surveying) {
+            return;
+        }
+        for (const WalkEntry& entry : entries) {
             // The word as it now stands counts, also after a mismatch.
-            if (surveying && (flags & signalPresentBit) != 0) {
+            if (entry.record != nullptr && (entry.record->signalFlags[band] & signalPresentBit) != 0) {
                 noteSignal(assembly.survey, {.constellation = constellation,
                                              .band = band,
                                              .record = *entry.record,

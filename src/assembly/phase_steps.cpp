@@ -58,10 +58,10 @@ void notePhases(SignalSurvey& survey, Constellation constellation, std::size_t b
     }
 }
 
-// What is added to the cycles of a satellite behind the shift.
-double extraPhase(Constellation constellation, std::size_t band, std::int32_t number) {
-    const BeidouExtraPhase& extra = beidouExtraPhases[band];
-    return constellation == Constellation::beidou && extra.satellites.holds(number) ? extra.cycles : 0.0;
+// What is added to the cycles of some satellites behind the shift.
+BeidouExtraPhase extraPhaseOf(Constellation constellation, std::size_t band) {
+    return constellation == Constellation::beidou ? beidouExtraPhases[band]
+                                                  : BeidouExtraPhase{beidouNone, 0.0};
 }
 
 }  // namespace
@@ -83,17 +83,27 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
         const Carrier carrier = phaseCarriers[band][c];
         const auto shift = static_cast<double>(phaseShifts[band][c].value_or(0.0F));
         const RecordName name = phaseNames[band][c];
-        for (const WalkEntry& entry : entries) {
-            if (entry.claim() == Claim::mismatch) {
-                continue;
+        const BeidouExtraPhase extra = extraPhaseOf(constellation, band);
+        const auto store = [&](auto cyclesAt) {
+            for (const WalkEntry& entry : entries) {
+                if (entry.claim() == Claim::mismatch) {
+                    continue;
+                }
+                SatEpochRecord& record = *entry.record;
+                writeName(record, band, Kind::phase, name);
+                if (carrier.kind != CarrierKind::none) {
+                    const double t = values[entry.element] * phaseUnit + record.clockOffset;
+                    record.at(ObsRow::phase, band) =
+                        cyclesAt(t, carrier, record.number) + shift +
+                        (extra.satellites.holds(record.number) ? extra.cycles : 0.0);
+                }
             }
-            SatEpochRecord& record = *entry.record;
-            writeName(record, band, Kind::phase, name);
-            if (carrier.kind != CarrierKind::none) {
-                const double t = values[entry.element] * phaseUnit + record.clockOffset;
-                record.at(ObsRow::phase, band) = cyclesOf(t, carrier, record.number) + shift +
-                                                 extraPhase(constellation, band, record.number);
-            }
+        };
+        if (carrier.kind == CarrierKind::fixed) {
+            store(
+                [](double t, const Carrier& fixed, std::int32_t) { return t * fixed.hertz; });  // nearly all
+        } else {
+            store(cyclesOf);
         }
     });
 }

