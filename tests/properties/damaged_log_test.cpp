@@ -135,6 +135,7 @@ std::multiset<std::string> ephemerides(const std::string& file) {
     return records;
 }
 
+// Many damages have the same whole messages ahead of them: what these give is kept.
 void expectEphemeridesAhead(const std::string& file, std::size_t damage) {
     const std::size_t whole = wholeMessagesIn(damage);
     static std::size_t length = 0;

@@ -179,7 +179,7 @@ TEST_P(Exclusion, TakesLinesOutOfTheObservationFileAndChangesNoOther) {
         const RandomLog log = logFor(GetParam().seed, excluded);
         const ObservationFile whole = parted(allFiles(log.bytes(), without(0, GetParam().version)));
         const ObservationFile less = parted(allFiles(log.bytes(), without(excluded, GetParam().version)));
-        ASSERT_EQ(whole.body.size() > log.lists().size() * 5, true) << "too little to exclude from";
+        ASSERT_GT(whole.body.size(), log.lists().size() * 5) << "too little to exclude from";
         ASSERT_EQ(less.body, bodyLess(whole.body, log, excluded)) << excluded;
         ASSERT_EQ(headerLess(less.header, excluded), headerLess(whole.header, excluded)) << excluded;
         for (const std::string& line : less.header) {
@@ -228,8 +228,8 @@ TEST_P(Exclusion, OfNavigationFilesLeavesOutWholeOnesOrOnlyTheirOrder) {
             continue;
         }
         // The mixed file has every record; those of an excluded system are not put in order.
-        std::vector<std::string> others[2];
-        std::multiset<std::string> own[2];
+        std::array<std::vector<std::string>, 2> others;
+        std::array<std::multiset<std::string>, 2> own;
         for (const std::size_t side : {0U, 1U}) {
             for (const std::string& record : partsBehindArrows((side == 0 ? whole : less).at('p'))) {
                 if (isEphemerisOf(record, excluded)) {
@@ -241,7 +241,7 @@ TEST_P(Exclusion, OfNavigationFilesLeavesOutWholeOnesOrOnlyTheirOrder) {
         }
         ASSERT_EQ(others[1], others[0]) << excluded;
         ASSERT_EQ(own[1], own[0]) << excluded;
-        ASSERT_EQ(own[0].size() + others[0].size() >= 5 * log.lists().size(), true);
+        ASSERT_GE(own[0].size() + others[0].size(), 5 * log.lists().size());
     }
 }
 
