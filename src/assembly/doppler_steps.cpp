@@ -13,17 +13,16 @@ std::int32_t negatedSum(std::int32_t a, std::int32_t b) {
     return static_cast<std::int32_t>(0U - sum);
 }
 
-// A carrier in the unit of its system's formula: Hz, for GLONASS MHz.
-double carrierOf(const Carrier& carrier, std::int32_t channel) {
+// The carriers in the unit of their formula: GLONASS in MHz, all others in Hz. Function objects, so that a
+// loop is compiled for each.
+constexpr auto glonassMegahertz = [](const Carrier& carrier, std::int32_t channel) {
     switch (carrier.kind) {
         case CarrierKind::glonassL1: return glonassL1Megahertz(channel);
         case CarrierKind::glonassL2: return glonassL2Megahertz(channel);
-        case CarrierKind::glonassL3: return glonassL3Megahertz;
-        case CarrierKind::fixed:
-        case CarrierKind::none: break;
+        default: return glonassL3Megahertz;
     }
-    return carrier.hertz;
-}
+};
+constexpr auto fixedHertz = [](const Carrier& carrier, std::int32_t /*channel*/) { return carrier.hertz; };
 
 }  // namespace
 
@@ -83,10 +82,10 @@ void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
                                                    frequencyOf(reference, record.number) * dopplerUnit;
             }
         };
-        if (carrier.kind == CarrierKind::fixed && reference.kind == CarrierKind::fixed) {
-            store([](const Carrier& fixed, std::int32_t) { return fixed.hertz; });  // nearly all
+        if (constellation == Constellation::glonass) {
+            store(glonassMegahertz);
         } else {
-            store(carrierOf);
+            store(fixedHertz);
         }
     });
 }

@@ -1,6 +1,5 @@
 // Carrier phases (cp to lp), and the phase shifts and satellites that the header prints.
 #include <algorithm>
-#include <optional>
 #include <span>
 
 #include "assembly/assembly_steps.h"
@@ -10,22 +9,22 @@ namespace orbconv {
 namespace {
 
 // The carrier phase in cycles of a time in seconds, before any shift. The GLONASS products are formed in
-// an order of their own.
-double cyclesOf(double t, const Carrier& carrier, std::int32_t channel) {
+// an order of their own. Function objects, so that a loop is compiled for each.
+constexpr auto glonassCycles = [](double t, const Carrier& carrier, std::int32_t channel) {
     switch (carrier.kind) {
         case CarrierKind::glonassL1: return hertzPerMegahertz * glonassL1Megahertz(channel) * t;
         case CarrierKind::glonassL2: return hertzPerMegahertz * glonassL2Megahertz(channel) * t;
-        case CarrierKind::glonassL3: return hertzPerMegahertz * (t * glonassL3Megahertz);
-        case CarrierKind::fixed:
-        case CarrierKind::none: break;
+        default: return hertzPerMegahertz * (t * glonassL3Megahertz);
     }
+};
+constexpr auto fixedCycles = [](double t, const Carrier& carrier, std::int32_t /*channel*/) {
     return t * carrier.hertz;
-}
+};
 
 // What a step does beside the values, once for the constellation: the same constants again each time.
 struct PhaseBookkeeping {
     std::size_t column;
-    std::optional<float> shift;
+    float shift;
     bool countsUse;
 };
 
@@ -43,9 +42,7 @@ void notePhases(SignalSurvey& survey, Constellation constellation, std::size_t b
                 std::span<const WalkEntry> entries) {
     const std::size_t c = indexOf(constellation);
     const PhaseBookkeeping bookkeeping = bookkeepingOf(constellation, band);
-    if (bookkeeping.shift) {
-        survey.phaseShiftValues[c][bookkeeping.column] = *bookkeeping.shift;
-    }
+    survey.phaseShiftValues[c][bookkeeping.column] = bookkeeping.shift;
     if (bookkeeping.countsUse) {
         survey.signalUseCount[useCountRow(constellation)][bookkeeping.column] +=
             static_cast<std::uint32_t>(entries.size());
@@ -81,7 +78,7 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
             return;
         }
         const Carrier carrier = phaseCarriers[band][c];
-        const auto shift = static_cast<double>(phaseShifts[band][c].value_or(0.0F));
+        const auto shift = static_cast<double>(phaseShifts[band][c]);
         const RecordName name = phaseNames[band][c];
         const BeidouExtraPhase extra = extraPhaseOf(constellation, band);
         const auto store = [&](auto cyclesAt) {
@@ -99,11 +96,10 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
                 }
             }
         };
-        if (carrier.kind == CarrierKind::fixed) {
-            store(
-                [](double t, const Carrier& fixed, std::int32_t) { return t * fixed.hertz; });  // nearly all
+        if (constellation == Constellation::glonass) {
+            store(glonassCycles);
         } else {
-            store(cyclesOf);
+            store(fixedCycles);
         }
     });
 }

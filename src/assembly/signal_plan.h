@@ -322,9 +322,9 @@ struct Carrier {
     double hertz = 0.0;  // of a fixed one
     constexpr Carrier() = default;
     // NOLINTNEXTLINE(*-explicit-*): a fixed carrier is written as its constant
-    constexpr Carrier(double fixedHertz) : kind(CarrierKind::fixed), hertz(fixedHertz) {}
+    consteval Carrier(double fixedHertz) : kind(CarrierKind::fixed), hertz(fixedHertz) {}
     // NOLINTNEXTLINE(*-explicit-*): the others as their kind
-    constexpr Carrier(CarrierKind carrierKind) : kind(carrierKind) {}
+    consteval Carrier(CarrierKind carrierKind) : kind(carrierKind) {}
 };
 inline constexpr CarrierKind noCarrier = CarrierKind::none;
 inline constexpr CarrierKind glonassL1 = CarrierKind::glonassL1;
@@ -348,16 +348,15 @@ inline constexpr PerConstellation<Carrier> dopplerReferences =
 
 // ---- phase shifts ----
 
-// Cycles, stored for the header and added to the phase; nothing where a step stores none.
-inline constexpr std::optional<float> notStored{};
-inline constexpr PerBand<std::optional<float>> phaseShifts = {{
-    //  GPS      GLONASS Galileo    QZSS    BeiDou  NavIC  SBAS   CDMA
-    {{0.0F,   0.0F,   0.5F,      0.0F,   0.0F,  0.0F, 0.0F,  0.0F}},
-    {{-0.25F, -0.25F, 0.25F,     0.0F,   0.25F, 0.0F, 0.0F,  notStored}},
-    {{0.0F,   0.25F,  0.25F,     0.25F,  0.0F,  0.0F, 0.0F,  notStored}},
-    {{0.25F,  0.0F,   0.5F,      0.0F,   0.0F,  0.0F, 0.0F,  0.0F}},
-    {{0.25F,  0.25F,  0.25F,     0.25F,  0.25F, 0.0F, 0.25F, 0.0F}},
-    {{-0.25F, 0.0F,   notStored, -0.25F, 0.0F,  0.0F, 0.0F,  notStored}},
+// Cycles, stored for the header and added to the phase.
+inline constexpr PerBand<float> phaseShifts = {{
+    //  GPS      GLONASS Galileo QZSS    BeiDou  NavIC  SBAS   CDMA
+    {{0.0F,   0.0F,   0.5F,   0.0F,   0.0F,  0.0F, 0.0F,  0.0F}},
+    {{-0.25F, -0.25F, 0.25F,  0.0F,   0.25F, 0.0F, 0.0F,  0.0F}},
+    {{0.0F,   0.25F,  0.25F,  0.25F,  0.0F,  0.0F, 0.0F,  0.0F}},
+    {{0.25F,  0.0F,   0.5F,   0.0F,   0.0F,  0.0F, 0.0F,  0.0F}},
+    {{0.25F,  0.25F,  0.25F,  0.25F,  0.25F, 0.0F, 0.25F, 0.0F}},
+    {{-0.25F, 0.0F,   0.0F,   -0.25F, 0.0F,  0.0F, 0.0F,  0.0F}},
 }};
 
 // Deliberate: an addition to the phase of a class of BeiDou satellites that the phase-shift table of the

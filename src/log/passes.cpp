@@ -14,7 +14,7 @@ namespace orbconv {
 
 namespace {
 
-constexpr std::uint16_t key(MessageId id) {
+consteval std::uint16_t key(MessageId id) {
     return id.key();
 }
 

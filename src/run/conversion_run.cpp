@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <ctime>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -118,17 +117,6 @@ void writeNavigation(RunState& state, const std::string& baseName) {
     writeMixedNavFile(file.writer(), tables);
 }
 
-// Runs one stretch of the conversion. A text that it throws is reported and ends the run.
-bool guarded(const std::function<void()>& stretch) {
-    try {
-        stretch();
-    } catch (const char* text) {
-        report(text);
-        return false;
-    }
-    return true;
-}
-
 // The run behind an accepted command line.
 int convertLog(RunState& state, const CommandLine& commandLine) {
     std::FILE* const file = openLog(state.options);
@@ -136,14 +124,11 @@ int convertLog(RunState& state, const CommandLine& commandLine) {
         return reportUnopenedLog(commandLine);
     }
     report("Conversion in progress");
-    const bool surveyed = guarded([&] {
+    {
         LogStream log(file);
         surveyPass(log, state);
-        state.stamp = currentStamp();
-    });
-    if (!surveyed) {
-        return exitFailure;
     }
+    state.stamp = currentStamp();
     state.surveying = false;
     state.survey.signalUseCount = {};
     sortSignalSatelliteLists(state.survey);
@@ -154,18 +139,13 @@ int convertLog(RunState& state, const CommandLine& commandLine) {
     }
     LogStream log(again);
     const std::string baseName = outputBaseName(state.options.inputFileName);
-    const bool written = guarded([&] {
+    {
         OutputFile observations(outputName(baseName, state.stamp, 'o'));
         report("Preparing Observation data");
         writingPass(observations.writer(), log, state);
-    });
-    if (!written) {
-        return exitFailure;
     }
     report("Preparing Navigation data");
-    if (!guarded([&] { writeNavigation(state, baseName); })) {
-        return exitFailure;
-    }
+    writeNavigation(state, baseName);
     report("The process is complete");
     return 0;
 }
@@ -196,7 +176,13 @@ int convert(int argc, const char* const* argv) {
     }
     std::cout << "Rinex Version: " << version << std::endl;
     report("KVS File: " + state->options.inputFileName);
-    return convertLog(*state, commandLine);
+    try {
+        return convertLog(*state, commandLine);
+    } catch (const char* text) {
+        // What a pass throws for a fault that ends the run. Any other exception passes through.
+        report(text);
+        return exitFailure;
+    }
 }
 
 }  // namespace orbconv
