@@ -50,8 +50,8 @@ void runFullDopplerStep(EpochAssembly& assembly, const StepInput& step) {
                 }
                 continue;
             }
-            writeName(*entry.record, 0, Kind::doppler, name);
-            entry.record->at(ObsRow::doppler, 0) = negatedSum(values[entry.element], 0) * dopplerUnit;
+            writeName(*entry.record, bands::c, Kind::doppler, name);
+            entry.record->at(ObsRow::doppler, bands::c) = negatedSum(values[entry.element], 0) * dopplerUnit;
         }
     });
 }

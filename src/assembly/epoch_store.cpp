@@ -10,7 +10,7 @@ namespace orbconv {
 namespace {
 
 void freeRecord(SatEpochRecord& record) {
-    record.signalFlags[0] &= ~signalPresentBit;
+    record.signalFlags[bands::c] &= ~signalPresentBit;
     record.number = 0;
 }
 

@@ -37,7 +37,7 @@ void runFullRangeStep(EpochAssembly& assembly, const StepInput& step) {
             // negative channel does not match the record that an earlier step claimed.
             if (claimRecord(entry.record, entry.rawNumber) != Claim::mismatch) {
                 const double t = timeOfFlight(values[entry.element], scale);
-                entry.record->at(ObsRow::pseudorange, 0) = t * speedOfLight;
+                entry.record->at(ObsRow::pseudorange, bands::c) = t * speedOfLight;
             }
         }
     });
@@ -54,7 +54,7 @@ void runClockOffsetStep(EpochAssembly& assembly, const StepInput& step) {
             // Deliberate: the record at the position is written whichever satellite has claimed it.
             const double t = timeOfFlight(values[entry.element], scale);
             entry.record->clockOffset = t;
-            entry.record->at(ObsRow::pseudorange, 0) = t * speedOfLight;
+            entry.record->at(ObsRow::pseudorange, bands::c) = t * speedOfLight;
         }
     });
 }

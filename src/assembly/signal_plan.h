@@ -103,7 +103,6 @@ inline constexpr StepGate off136{.versions = VersionRule::off136};
 // These ask for the constellation's include flag too.
 inline constexpr StepGate included{.needsInclude = true, .versions = VersionRule::always};
 inline constexpr StepGate incl3Or4{.needsInclude = true, .versions = VersionRule::any3Or4};
-inline constexpr StepGate incl4{.needsInclude = true, .versions = VersionRule::any4};
 inline constexpr StepGate incl401{.needsInclude = true, .versions = VersionRule::only401};
 inline constexpr StepGate inclFrom305{.needsInclude = true, .versions = VersionRule::atLeast305};
 inline constexpr StepGate inclFrom401{.needsInclude = true, .versions = VersionRule::atLeast401};

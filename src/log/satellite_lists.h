@@ -19,6 +19,7 @@ public:
         : pairs_(staging.body(rowOf("SX"))), count_(staging.elementCount[rowOf("SX")]) {}
 
     static constexpr std::size_t capacity = 180;
+    static_assert(messageTable[rowOf("SX")].areaBytes == 2 * capacity, "a pair of bytes for each entry");
 
     // At most `capacity`; negative or 0 for an empty list.
     [[nodiscard]] int count() const { return count_; }

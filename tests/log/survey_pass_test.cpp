@@ -185,6 +185,22 @@ TEST(PassDispatch, DateSetsOnlyTheEpochClockInTheWritingPass) {
     EXPECT_EQ(passes.state->clocks.lastObs.day, 0.0F);
 }
 
+TEST(PassDispatch, IdThatDiffersInItsHighestBitIsAnother) {
+    Passes passes;
+    passes.survey(LogBuilder().rd(2024, 3, 5).bytes());
+    passes.state->clocks.epoch.day = 9.0F;
+    passes.survey(LogBuilder()
+                      .message("\xD2"
+                               "D",
+                               "12345")
+                      .bytes());
+    EXPECT_EQ(passes.state->clocks.epoch.day, 9.0F);
+    passes.survey(LogBuilder().message("R\xC4", "12345").bytes());
+    EXPECT_EQ(passes.state->clocks.epoch.day, 9.0F);
+    passes.survey(LogBuilder().rd(2024, 3, 5).bytes());
+    EXPECT_EQ(passes.state->clocks.epoch.day, 5.0F);
+}
+
 TEST(PassDispatch, TimeOfDayIsZeroAtTheStartOfEachPass) {
     Passes passes;
     passes.state->staging.timeOfDayMs = 3661000;
