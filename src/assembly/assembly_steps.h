@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 
 #include "assembly/epoch_assembly.h"
 #include "assembly/satellite_walk.h"
@@ -51,6 +52,16 @@ void forEachConstellation(const StepInput& step, const PerConstellation<StepGate
         const auto entries = step.walk.of(constellation, step.count);
         if (!entries.empty() && step.gates.lets(constellation, gates[c])) {
             action(constellation, entries);
+        }
+    }
+}
+
+// Calls action(record, entry) for every entry whose record is that of its satellite, or was free and is now.
+template <class Action>
+void forEachMatch(std::span<const WalkEntry> entries, Action action) {
+    for (const WalkEntry& entry : entries) {
+        if (entry.claim() != Claim::mismatch) {
+            action(*entry.record, entry);
         }
     }
 }

@@ -69,18 +69,14 @@ void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
         const Carrier reference = dopplerReferences[c];
         const RecordName name = dopplerNames[band][c];
         const auto store = [&](auto frequencyOf) {
-            for (const WalkEntry& entry : entries) {
-                if (entry.claim() == Claim::mismatch) {
-                    continue;
-                }
-                SatEpochRecord& record = *entry.record;
+            forEachMatch(entries, [&](SatEpochRecord& record, const WalkEntry& entry) {
                 writeName(record, band, Kind::doppler, name);
                 // Every formula turns the sign of the log's value. Where both carriers are the same the two
                 // operations are carried out all the same: their rounding is part of the result.
                 const std::int32_t raw = negatedSum(record.referenceDoppler, values[entry.element]);
                 record.at(ObsRow::doppler, band) = raw * frequencyOf(carrier, record.number) /
                                                    frequencyOf(reference, record.number) * dopplerUnit;
-            }
+            });
         };
         if (constellation == Constellation::glonass) {
             store(glonassMegahertz);

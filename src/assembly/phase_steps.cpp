@@ -82,11 +82,7 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
         const RecordName name = phaseNames[band][c];
         const BeidouExtraPhase extra = extraPhaseOf(constellation, band);
         const auto store = [&](auto cyclesAt) {
-            for (const WalkEntry& entry : entries) {
-                if (entry.claim() == Claim::mismatch) {
-                    continue;
-                }
-                SatEpochRecord& record = *entry.record;
+            forEachMatch(entries, [&](SatEpochRecord& record, const WalkEntry& entry) {
                 writeName(record, band, Kind::phase, name);
                 if (carrier.kind != CarrierKind::none) {
                     const double t = values[entry.element] * phaseUnit + record.clockOffset;
@@ -94,7 +90,7 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
                         cyclesAt(t, carrier, record.number) + shift +
                         (extra.satellites.holds(record.number) ? extra.cycles : 0.0);
                 }
-            }
+            });
         };
         if (constellation == Constellation::glonass) {
             store(glonassCycles);

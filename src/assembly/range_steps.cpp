@@ -74,17 +74,13 @@ void runRangeDeltaStep(EpochAssembly& assembly, const StepInput& step) {
         if (!hasRecords(constellation)) {
             return;
         }
-        for (const WalkEntry& entry : entries) {
-            if (entry.claim() == Claim::mismatch) {
-                continue;
-            }
+        forEachMatch(entries, [&](SatEpochRecord& record, const WalkEntry& entry) {
             // Deliberate: the second band's own difference has no effect. All its satellites take the
             // last one that 1r left.
             const std::int16_t delta = band == bands::b2 ? survey.lastRangeDelta : values[entry.element];
-            SatEpochRecord& record = *entry.record;
             record.at(ObsRow::pseudorange, band) =
                 (delta * rangeDeltaUnit + rangeDeltaOffset + record.clockOffset) * speedOfLight;
-        }
+        });
     });
     if (band == bands::b1) {
         last.store(values, survey.lastRangeDelta);

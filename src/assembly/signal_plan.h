@@ -347,7 +347,7 @@ inline constexpr PerConstellation<Carrier> dopplerReferences =
 
 // ---- phase shifts ----
 
-// Cycles, stored for the header and added to the phase.
+// Cycles, stored for the header and added to the phase; 0.0 as well where no gate is ever open.
 inline constexpr PerBand<float> phaseShifts = {{
     //  GPS      GLONASS Galileo QZSS    BeiDou  NavIC  SBAS   CDMA
     {{0.0F,   0.0F,   0.5F,   0.0F,   0.0F,  0.0F, 0.0F,  0.0F}},
