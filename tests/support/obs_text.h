@@ -32,11 +32,12 @@ inline void setCodes(orbconv::ObsCodeList& list, std::size_t slot,
     std::ranges::copy(codes, list.begin() + static_cast<std::ptrdiff_t>(slot));
 }
 
-// The date and time of the run (columns 41 to 55 of the second line) with all digits replaced by 0.
+// The date and time of the run (columns 41 to 55 of the second line) with all digits replaced by 0. A
+// carriage return may still stand at the end of the lines.
 inline std::vector<std::string> withoutRunDate(std::vector<std::string> lines) {
     for (std::string& line : lines) {
-        if (line.ends_with("PGM / RUN BY / DATE")) {
-            for (std::size_t i = 40; i < 55 && i < line.size(); ++i) {
+        if (line.find("PGM / RUN BY / DATE") == 60) {
+            for (std::size_t i = 40; i < 55; ++i) {
                 if (std::isdigit(static_cast<unsigned char>(line[i])) != 0) {
                     line[i] = '0';
                 }
