@@ -92,21 +92,12 @@ void readForms(LogStream& stream, MessageStaging& staging, const MessageRow& row
     skip(stream, row.closingBytes);
 }
 
-// Elements are of 1, 2 or 4 bytes; a division by a variable would take longer than all the rest of a message.
-int wholeElements(int bytes, int elementBytes) {
-    switch (elementBytes) {
-        case 4: return bytes / 4;
-        case 2: return bytes / 2;
-        default: return bytes;
-    }
-}
-
 void readArray(LogStream& stream, MessageStaging& staging, const MessageRow& row, std::size_t index,
                int length) {
-    const int count = wholeElements(length - 1, row.elementBytes);
+    const int count = (length - 1) / row.elementBytes;
     readInto(stream, staging.area(index), count * row.elementBytes);
     skip(stream, row.closingBytes);
-    staging.elementCount[index] = std::min(count, wholeElements(row.areaBytes, row.elementBytes));
+    staging.elementCount[index] = std::min(count, row.areaBytes / row.elementBytes);
 }
 
 void readBody(LogStream& stream, MessageStaging& staging, std::size_t index, int length) {

@@ -69,7 +69,7 @@ struct MessageRow {
     Reading reading{};
     int lineEndBytes = binaryLineEnd;   // they follow the body and are not in the length
     int assumedLength = 0;              // fixedBlock only
-    int elementBytes = 1;               // array only: 1, 2 or 4
+    int elementBytes = 1;               // array only
     std::span<const BodyForm> forms{};  // forms only
 
     int areaBytes = 0;                   // a longer body fills the area, and the rest of it is dropped
@@ -263,13 +263,6 @@ static_assert(std::ranges::all_of(messageTable,
                                       return std::ranges::count(messageTable, row.id, &MessageRow::id) == 1;
                                   }),
               "every id has one row");
-
-static_assert(std::ranges::all_of(messageTable,
-                                  [](const MessageRow& row) {
-                                      return row.elementBytes == 1 || row.elementBytes == 2 ||
-                                             row.elementBytes == 4;
-                                  }),
-              "the reader knows elements of these sizes");
 
 static_assert(std::ranges::all_of(messageTable,
                                   [](const MessageRow& row) {

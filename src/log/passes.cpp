@@ -1,6 +1,8 @@
 #include "log/passes.h"
 
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "assembly/epoch_assembly.h"
 #include "assembly/record_order.h"
@@ -116,7 +118,8 @@ struct EpochSchedule {
     std::uint32_t previousTime = 0;
     static constexpr std::int32_t epochFlag = 0;  // nothing ever sets another
 
-    // The header is due at the first ~~ that follows a time of day that is not zero.
+    // The header is due at the first ~~ that follows a time of day that is not zero; if that ~~ brings a
+    // zero, at which no header is written, again at the next such one.
     void note(MessageId id, std::uint32_t timeOfDayMs, float surveyInterval) {
         if (id == MessageId("~~") && !headerPending && previousTime != 0 && headerTime == 0) {
             interval = surveyInterval;

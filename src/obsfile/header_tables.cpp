@@ -152,7 +152,8 @@ void writeBeidouPass(TextWriter& out, std::string_view code, double shift, const
     if (listed.satellites != satellitesPerLine) {
         return;
     }
-    // Deliberate: the satellites counted are taken for places in the list, and one place more is walked.
+    // Deliberate: the walk ends at the place of the list that the count of satellites names, whoever of them
+    // stands behind it.
     beginContinuationLine(out);
     writeListedSatellites(out, letter, list, listed.end, std::size_t{useCount} + 1, belongs);
     endPhaseShiftLine(out, std::abs(static_cast<int>(satellitesPerLine) - static_cast<int>(satellites)));
