@@ -13,6 +13,8 @@
 #include <optional>
 #include <span>
 
+#include "log/navigation_bodies.h"
+
 namespace orbconv {
 
 // The two characters that open a message, comparable and usable in a switch through key().
@@ -78,6 +80,27 @@ struct MessageRow {
     MessageId area{};                    // whose area is filled: its own, but for one message
 };
 
+// What is staged behind its place in the body. In GE the pair of length 160 and what follows it make room for
+// the quartet of length 168, so that each outlives messages of the other form; af0Delta has the place behind
+// the pair in both. In CN the rates of lengths 152 and 160 make room for the ages of length 134.
+inline constexpr std::size_t ge160Shift = bodies::ge168::af0Delta.offset - bodies::ge::bytes;
+inline constexpr std::size_t cnRatesShift = bodies::cn134::bytes - bodies::cn::bytes;
+
+template <class T>
+constexpr BodyField<T> staged(BodyField<T> field, std::size_t shift) {
+    return {field.offset + shift};
+}
+
+static_assert(tileBody(bodies::ge::bytes, 175, bodies::ge168::iscL1ca, bodies::ge168::iscL2c,
+                       bodies::ge168::iscL5i5, bodies::ge168::iscL5q5,
+                       staged(bodies::ge160::iscL1cp, ge160Shift), staged(bodies::ge160::iscL1cd, ge160Shift),
+                       staged(bodies::ge160::af0Delta, ge160Shift)));
+static_assert(
+    tileBody(bodies::cn::bytes, 161, bodies::cn134::aodc, bodies::cn134::aode,
+             staged(bodies::cn152::adot, cnRatesShift), staged(bodies::cn152::deltaNDot, cnRatesShift),
+             staged(bodies::cn152::sisai, cnRatesShift), staged(bodies::cn152::cnavWord1, cnRatesShift),
+             staged(bodies::cn160::cnavWord2, cnRatesShift), staged(bodies::cn160::cnavWord3, cnRatesShift)));
+
 namespace rows {
 
 // Row makers. Whole: the line end goes into the area with the body.
@@ -133,46 +156,41 @@ consteval MessageRow withForms(MessageId id, std::span<const BodyForm> forms, in
             .area = id};
 }
 
-// GE: the block of orbit and clock, then the modernised fields. The staged pair (offset 163) and quartet
-// (147) of inter-signal corrections have places of their own, so each outlives messages of the other form.
-inline constexpr std::array<FormPiece, 1> ge123 = {{{0, 122}}};
-inline constexpr std::array<FormPiece, 11> ge160 = {{{0, 122},
-                                                     {122, 1},
-                                                     {123, 4},
-                                                     {127, 4},
-                                                     {131, 8},
-                                                     {139, 4},
-                                                     {143, 1},
-                                                     {144, 1},
-                                                     {145, 2},
-                                                     {163, 8},
-                                                     {171, 4}}};
-inline constexpr std::array<FormPiece, 11> ge168 = {{{0, 122},
-                                                     {122, 1},
-                                                     {123, 4},
-                                                     {127, 4},
-                                                     {131, 8},
-                                                     {139, 4},
-                                                     {143, 1},
-                                                     {144, 1},
-                                                     {145, 2},
-                                                     {147, 16},
-                                                     {171, 4}}};
-inline constexpr std::array<BodyForm, 3> geForms = {{{123, ge123}, {160, ge160}, {168, ge168}}};
+using bodies::lengthOf;
+
+inline constexpr std::array<FormPiece, 1> ge123 = {{{0, bodies::kepler::bytes}}};
+inline constexpr std::array<FormPiece, 2> ge160 = {
+    {{0, bodies::ge::bytes}, {bodies::ge::bytes + ge160Shift, bodies::ge160::bytes - bodies::ge::bytes}}};
+inline constexpr std::array<FormPiece, 2> ge168 = {
+    {{0, bodies::ge168::af0Delta.offset},
+     {staged(bodies::ge160::af0Delta, ge160Shift).offset, bodies::ge168::af0Delta.width}}};
+inline constexpr std::array<BodyForm, 3> geForms = {{
+    {lengthOf(bodies::kepler::bytes), ge123},
+    {lengthOf(bodies::ge160::bytes), ge160},
+    {lengthOf(bodies::ge168::bytes), ge168},
+}};
 
 // Deliberate: NE of length 103 reads one byte more than every other message of its length takes, so the
 // stream stands one byte past the message's end from then on.
-inline constexpr std::array<FormPiece, 1> ne88 = {{{0, 87}}};
-inline constexpr std::array<FormPiece, 2> ne103 = {{{0, 87}, {87, 16}}};
-inline constexpr std::array<BodyForm, 2> neForms = {{{88, ne88}, {103, ne103, 1}}};
+inline constexpr std::array<FormPiece, 1> ne88 = {{{0, bodies::ne::bytes}}};
+inline constexpr std::array<FormPiece, 1> ne103 = {{{0, bodies::ne103::bytes + 1}}};
+inline constexpr std::array<BodyForm, 2> neForms = {{
+    {lengthOf(bodies::ne::bytes), ne88},
+    {lengthOf(bodies::ne103::bytes), ne103, 1},
+}};
 
 // Deliberate: of a length that has no form, NE reads nothing of the body, and GE and CN only the two closing
 // bytes; the rest is taken for further messages.
-inline constexpr std::array<FormPiece, 5> cn134 = {{{0, 122}, {122, 4}, {126, 1}, {127, 4}, {131, 2}}};
-inline constexpr std::array<FormPiece, 8> cn152 = {
-    {{0, 122}, {122, 4}, {126, 1}, {127, 4}, {133, 8}, {141, 4}, {145, 4}, {149, 4}}};
-inline constexpr std::array<FormPiece, 5> cn160 = {{{0, 122}, {122, 4}, {126, 1}, {127, 4}, {133, 28}}};
-inline constexpr std::array<BodyForm, 3> cnForms = {{{134, cn134}, {152, cn152}, {160, cn160}}};
+inline constexpr std::array<FormPiece, 1> cn134 = {{{0, bodies::cn134::bytes}}};
+inline constexpr std::array<FormPiece, 2> cn152 = {
+    {{0, bodies::cn::bytes}, {bodies::cn::bytes + cnRatesShift, bodies::cn152::bytes - bodies::cn::bytes}}};
+inline constexpr std::array<FormPiece, 2> cn160 = {
+    {{0, bodies::cn::bytes}, {bodies::cn::bytes + cnRatesShift, bodies::cn160::bytes - bodies::cn::bytes}}};
+inline constexpr std::array<BodyForm, 3> cnForms = {{
+    {lengthOf(bodies::cn134::bytes), cn134},
+    {lengthOf(bodies::cn152::bytes), cn152},
+    {lengthOf(bodies::cn160::bytes), cn160},
+}};
 
 }  // namespace rows
 

@@ -7,8 +7,7 @@
 #include "assembly/epoch_assembly.h"
 #include "assembly/record_order.h"
 #include "log/message_reader.h"
-#include "navdecode/ephemeris_decoders.h"
-#include "navdecode/iono_and_time_decoders.h"
+#include "navdecode/decoder_table.h"
 #include "obsfile/epoch_writer.h"
 #include "obsfile/observation_header.h"
 
@@ -28,7 +27,6 @@ void handleNn(const MessageStaging& staging, GlonassSlotTable& glonassSlotTable,
 void dispatchInSurvey(MessageId id, const SurveyTables& tables) {
     const MessageStaging& staging = tables.staging;
     ReceiverClocks& clocks = tables.clocks;
-    NavigationTables& navigation = tables.navigation;
     switch (id.key()) {
         case key("RD"):
         case key("~~"):
@@ -46,20 +44,7 @@ void dispatchInSurvey(MessageId id, const SurveyTables& tables) {
             assembleFlags(assembly);
             break;
         }
-        case key("IU"): decodeNavicTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("GE"): decodeGpsEphemeris(staging, clocks, navigation); break;
-        case key("IE"): decodeNavicEphemeris(staging, clocks, navigation); break;
-        case key("NU"): decodeGlonassTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("UO"): decodeGpsTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("IO"): decodeGpsIono(staging, clocks.epoch, navigation); break;
-        case key("II"): decodeNavicIono(staging, clocks.epoch, navigation); break;
-        case key("CI"): decodeBeidouIono(staging, clocks.epoch, navigation); break;
-        case key("NE"): decodeGlonassEphemeris(staging, clocks, navigation); break;
-        case key("EN"): decodeGalileoEphemeris(staging, clocks, navigation); break;
-        case key("EU"): decodeGalileoTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("CN"): decodeBeidouEphemeris(staging, clocks, navigation); break;
-        case key("CU"): decodeBeidouTimeOffset(staging, clocks.epoch, navigation); break;
-        default: break;
+        default: decodeNavigation(id, staging, clocks, tables.navigation); break;
     }
 }
 

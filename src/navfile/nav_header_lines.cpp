@@ -18,8 +18,4 @@ void writeNavFirstLines(TextWriter& out, const NavFileTables& tables, std::strin
     writeLeapSeconds(out, tables.navigation.lastLeapSeconds);
 }
 
-GalileoEphemeris firstGalileoEphemeris(const NavigationTables& navigation) {
-    return navigation.galileo.slots.empty() ? GalileoEphemeris{} : navigation.galileo.slots.front();
-}
-
 }  // namespace orbconv
