@@ -129,11 +129,11 @@ consteval MessageRow wholeText(MessageId id, int areaBytes) {
 consteval MessageRow wholeInto(MessageId id, MessageId area) {
     return {.id = id, .reading = Reading::block, .area = area};
 }
-consteval MessageRow fixedBlock(MessageId id, int assumedLength, int areaBytes, int closingBytes) {
+consteval MessageRow fixedBlock(MessageId id, int assumedLength, int closingBytes) {
     return {.id = id,
             .reading = Reading::fixedBlock,
             .assumedLength = assumedLength,
-            .areaBytes = areaBytes,
+            .areaBytes = assumedLength + binaryLineEnd - closingBytes,
             .closingBytes = closingBytes,
             .area = id};
 }
@@ -243,7 +243,7 @@ inline constexpr auto messageTable = std::to_array<MessageRow>({
     rows::array("cr", 2), rows::array("cc", 2), rows::array("c5", 2), rows::array("cl", 2), rows::array("TC", 2),
     rows::array("c1", 2), rows::array("c2", 2), rows::array("c3", 2),
     rows::block("SS", 180, 3),
-    rows::fixedBlock("SE", 6, 5, 2),  // Deliberate: whatever its length says
+    rows::fixedBlock("SE", 6, 2),  // Deliberate: whatever its length says
     rows::whole("ST", 8), rows::whole("DP", 24), rows::whole("DO", 24),
     rows::whole("NA", 304), rows::whole("WE", 304), rows::whole("WA", 304), rows::whole("WU", 304),
     rows::whole("EA", 304), rows::whole("QE", 304), rows::whole("QA", 304), rows::whole("QU", 32),
