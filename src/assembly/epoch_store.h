@@ -10,6 +10,7 @@
 #include <span>
 #include <string_view>
 
+#include "assembly/signals.h"
 #include "log/message_staging.h"
 #include "run/constellation.h"
 
@@ -22,6 +23,9 @@ public:
     // From a literal of exactly three characters, such as "C1C".
     // NOLINTNEXTLINE(*-explicit-*, *-avoid-c-arrays): a code is written as its text
     constexpr SignalText(const char (&text)[4]) : text_{text[0], text[1], text[2]} {}
+    // The kind's letter ahead of a signal's band and attribute.
+    constexpr SignalText(char kind, const SignalCode& signal)
+        : text_{kind, signal.view()[0], signal.view()[1]} {}
 
     [[nodiscard]] constexpr bool empty() const { return *this == SignalText{}; }
     [[nodiscard]] constexpr std::string_view view() const { return {text_.data(), empty() ? 0U : length}; }
@@ -33,18 +37,6 @@ private:
     static constexpr std::size_t length = 3;
     std::array<char, length + 1> text_{};  // handled as one word
 };
-
-// Message families of the log, the band columns: c, 1, 2, 3, 5, l. Which signal a family stands for
-// differs by constellation.
-inline constexpr std::size_t bandCount = 6;
-namespace bands {
-inline constexpr std::size_t c = 0;
-inline constexpr std::size_t b1 = 1;
-inline constexpr std::size_t b2 = 2;
-inline constexpr std::size_t b3 = 3;
-inline constexpr std::size_t b5 = 4;
-inline constexpr std::size_t l = 5;
-}  // namespace bands
 
 // What a band holds, and the order of its codes in a list: slot = band * 5 + kind.
 inline constexpr std::size_t kindsPerBand = 5;
@@ -84,8 +76,6 @@ struct alignas(64) SatEpochRecord {
         return obs[static_cast<std::size_t>(row) * obsColumns + column];
     }
 };
-
-inline constexpr std::uint32_t signalPresentBit = 1U << 6;
 
 // Records of each constellation's array.
 inline constexpr PerConstellation<std::size_t> storeCapacity = {32, 32, 37, 30, 61, 30, 30, 30};

@@ -1,6 +1,4 @@
 // Presence flags (FC to Fl) and signal strengths (CE to lE).
-#include <algorithm>
-
 #include "assembly/assembly_steps.h"
 
 namespace orbconv {
@@ -27,10 +25,6 @@ double strengthForDigit(const SatEpochRecord& record, Constellation constellatio
         }
     }
     return record.at(ObsRow::strength, source);
-}
-
-std::int32_t strengthDigit(double strength) {
-    return std::clamp(static_cast<std::int32_t>(strength / strengthPerDigit), 1, 9);
 }
 
 }  // namespace
