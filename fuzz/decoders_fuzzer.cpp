@@ -124,9 +124,9 @@ void checkCounts(const NavigationTables& tables) {
 
 void writeAll(const NavigationTables& tables, std::uint8_t choice) {
     static fuzzing::Discard out;
-    const orbconv::RunStamp stamp{.year = 2026, .month = 1, .day = 2};
+    const orbconv::RunStamp runStamp{.year = 2026, .month = 1, .day = 2};
     const orbconv::NavFileTables file{.rinexVersion = fuzzing::versions[choice % fuzzing::versions.size()],
-                                      .stamp = stamp,
+                                      .runStamp = runStamp,
                                       .satelliteSystemLetter = "M",
                                       .navigation = tables};
     orbconv::TextWriter writer(out);

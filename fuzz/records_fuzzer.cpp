@@ -86,9 +86,9 @@ void writeNavigation(std::size_t versionIndex, unsigned table, fuzzing::ByteSour
     orbconv::TextWriter writer(out);
     leaveRoom(writer, input);
     fillTable(*tables, table, input);
-    const orbconv::RunStamp stamp{.year = 2026, .month = 1, .day = 2};
+    const orbconv::RunStamp runStamp{.year = 2026, .month = 1, .day = 2};
     const orbconv::NavFileTables file{.rinexVersion = fuzzing::versions[versionIndex],
-                                      .stamp = stamp,
+                                      .runStamp = runStamp,
                                       .satelliteSystemLetter = "M",
                                       .navigation = *tables};
     if (orbconv::isRinex4(file.rinexVersion)) {

@@ -44,20 +44,12 @@ void clearEpochRecords(EpochStore& store) {
 }
 
 void assignGlonassSlots(const MessageStaging& staging, EpochStore& store) {
-    const SatelliteList list(staging);
-    const std::uint8_t* const slots = staging.body(rowOf("NN"));
-    std::size_t next = 0;  // into the records and the NN bytes: moves at GLONASS elements only
-    for (int i = 0; i < list.count() && next < nnCapacity; ++i) {
-        const auto element = static_cast<std::size_t>(i);
-        if (list.systemCode(element) != glonassSystemCode) {
-            continue;
-        }
-        const std::uint8_t slot = slots[next];
-        SatEpochRecord* const record = store.claimable(Constellation::glonass, next++);
-        if (claimRecord(record, list.frequencyChannel(element)) != Claim::mismatch) {
+    forEachGlonassSlot(staging, [&store](std::size_t position, std::int8_t channel, std::uint8_t slot) {
+        SatEpochRecord* const record = store.claimable(Constellation::glonass, position);
+        if (claimRecord(record, channel) != Claim::mismatch) {
             record->gloSlotNumber = slot;
         }
-    }
+    });
 }
 
 }  // namespace orbconv

@@ -117,8 +117,8 @@ void readBody(LogStream& stream, MessageStaging& staging, std::size_t index, int
         case Reading::block:
         case Reading::fixedBlock: {
             const std::size_t area = row.id == row.area ? index : findRowQuickly(row.area);
-            const int bytes = row.reading == Reading::fixedBlock ? row.adjust : length + row.adjust;
-            readInto(stream, staging.area(area), bytes);
+            const int taken = row.reading == Reading::fixedBlock ? row.assumedLength : length;
+            readInto(stream, staging.area(area), taken + row.lineEndBytes - row.closingBytes);
             skip(stream, row.closingBytes);
             break;
         }
@@ -147,10 +147,8 @@ MessageId readMessage(LogStream& stream, MessageStaging& staging) {
     if (index != noRow) {
         readBody(stream, staging, index, readLength(stream));
         keepReaderValues(staging, index);
-    } else if (id == MessageId(">>")) {
-        skip(stream, readLength(stream) + 2);
-    } else if (id.first != '>') {  // of any other id with '>' only the two characters are taken
-        skip(stream, readLength(stream) + 1);
+    } else if (id.first != '>') {  // of an id with '>' that has no row only the two characters are taken
+        skip(stream, readLength(stream) + binaryLineEnd);
     }
     return id;
 }

@@ -1,9 +1,9 @@
-// The framing of the receiver's log (KVS format), one row a message: how its body is read and how much
-// room its staging area has.
+// The framing of the receiver's log (KVS format), one row a message: which lengths it has, how its body is
+// read, and how much room its staging area has.
 //
-// A message is two characters of id, three characters of length (hexadecimal), the body, and one line-end
-// byte after binary messages, two after text messages. The last body byte of a binary message is its
-// checksum, which nobody looks at.
+// A message is two characters of id, three characters of length (hexadecimal), the body of that many bytes,
+// and one line-end byte after binary messages, two after text messages. The last body byte of a binary
+// message is its checksum, which nobody looks at.
 #pragma once
 
 #include <algorithm>
@@ -35,16 +35,20 @@ struct MessageId {
     }
 };
 
-// How a body is read.
+inline constexpr int binaryLineEnd = 1;
+inline constexpr int textLineEnd = 2;
+
+// How body and line end are read, and so which lengths a message has.
 enum class Reading : std::uint8_t {
-    // length + adjust bytes into the area, then the closing bytes.
+    // Of any length: body and line end but for their closing bytes into the area, then the closing bytes.
     block,
-    // `adjust` bytes into the area whatever the length says, then the closing bytes.
+    // Of any length too, but read as a block of `assumedLength`.
     fixedBlock,
-    // truncate((length - 1) / elementBytes) elements into the area, then the closing bytes. What does not
-    // make up an element stays unread, and the next id is taken from there.
+    // Elements and a checksum: the length is 1 + n * elementBytes. The n elements into the area, then the
+    // closing bytes. Of another length the bytes that make up no element stay unread, and the next id is
+    // taken from there.
     array,
-    // The pieces of the form that the length picks.
+    // Of the lengths that its forms have: the pieces of the form into the area, then the closing bytes.
     forms,
 };
 
@@ -57,42 +61,56 @@ struct FormPiece {
 struct BodyForm {
     int length;  // the length field that picks this form
     std::span<const FormPiece> pieces;
+    int bytesBeyondEnd = 0;  // that the reader takes although they are the next message's
 };
 
 struct MessageRow {
     MessageId id;
     Reading reading{};
-    int adjust = 0;
-    int elementBytes = 1;
-    int areaBytes = 0;
-    int closingBytes = 0;
-    std::span<const BodyForm> forms{};
+    int lineEndBytes = binaryLineEnd;   // they follow the body and are not in the length
+    int assumedLength = 0;              // fixedBlock only
+    int elementBytes = 1;               // array only: 1, 2 or 4
+    std::span<const BodyForm> forms{};  // forms only
+
+    int areaBytes = 0;                   // a longer body fills the area, and the rest of it is dropped
+    int closingBytes = 0;                // the last ones of body and line end together: read and dropped
     int closingBytesOfOtherLengths = 0;  // forms only: read for a length that no form has
     MessageId area{};                    // whose area is filled: its own, but for one message
 };
 
 namespace rows {
 
-// Row makers, named after what the format calls the reading.
-consteval MessageRow whole(MessageId id, int areaBytes) {
-    return {.id = id, .reading = Reading::block, .adjust = 1, .areaBytes = areaBytes, .area = id};
-}
-consteval MessageRow wholeText(MessageId id, int areaBytes) {
-    return {.id = id, .reading = Reading::block, .adjust = 2, .areaBytes = areaBytes, .area = id};
-}
-consteval MessageRow block(MessageId id, int adjust, int areaBytes, int closingBytes) {
+// Row makers. Whole: the line end goes into the area with the body.
+consteval MessageRow block(MessageId id, int areaBytes, int closingBytes) {
     return {.id = id,
             .reading = Reading::block,
-            .adjust = adjust,
             .areaBytes = areaBytes,
             .closingBytes = closingBytes,
             .area = id};
 }
-consteval MessageRow fixedBlock(MessageId id, int bytes, int closingBytes) {
+consteval MessageRow textBlock(MessageId id, int areaBytes, int closingBytes) {
+    return {.id = id,
+            .reading = Reading::block,
+            .lineEndBytes = textLineEnd,
+            .areaBytes = areaBytes,
+            .closingBytes = closingBytes,
+            .area = id};
+}
+consteval MessageRow whole(MessageId id, int areaBytes) {
+    return {.id = id, .reading = Reading::block, .areaBytes = areaBytes, .area = id};
+}
+consteval MessageRow wholeText(MessageId id, int areaBytes) {
+    return {
+        .id = id, .reading = Reading::block, .lineEndBytes = textLineEnd, .areaBytes = areaBytes, .area = id};
+}
+consteval MessageRow wholeInto(MessageId id, MessageId area) {
+    return {.id = id, .reading = Reading::block, .area = area};
+}
+consteval MessageRow fixedBlock(MessageId id, int assumedLength, int areaBytes, int closingBytes) {
     return {.id = id,
             .reading = Reading::fixedBlock,
-            .adjust = bytes,
-            .areaBytes = bytes,
+            .assumedLength = assumedLength,
+            .areaBytes = areaBytes,
             .closingBytes = closingBytes,
             .area = id};
 }
@@ -108,14 +126,11 @@ consteval MessageRow withForms(MessageId id, std::span<const BodyForm> forms, in
                                int closingBytesOfOtherLengths) {
     return {.id = id,
             .reading = Reading::forms,
+            .forms = forms,
             .areaBytes = areaBytes,
             .closingBytes = 2,
-            .forms = forms,
             .closingBytesOfOtherLengths = closingBytesOfOtherLengths,
             .area = id};
-}
-consteval MessageRow wholeInto(MessageId id, MessageId area) {
-    return {.id = id, .reading = Reading::block, .adjust = 1, .area = area};
 }
 
 // GE: the block of orbit and clock, then the modernised fields. The staged pair (offset 163) and quartet
@@ -149,7 +164,7 @@ inline constexpr std::array<BodyForm, 3> geForms = {{{123, ge123}, {160, ge160},
 // stream stands one byte past the message's end from then on.
 inline constexpr std::array<FormPiece, 1> ne88 = {{{0, 87}}};
 inline constexpr std::array<FormPiece, 2> ne103 = {{{0, 87}, {87, 16}}};
-inline constexpr std::array<BodyForm, 2> neForms = {{{88, ne88}, {103, ne103}}};
+inline constexpr std::array<BodyForm, 2> neForms = {{{88, ne88}, {103, ne103, 1}}};
 
 // Deliberate: of a length that has no form, NE reads nothing of the body, and GE and CN only the two closing
 // bytes; the rest is taken for further messages.
@@ -171,8 +186,8 @@ inline constexpr auto messageTable = std::to_array<MessageRow>({
     rows::whole("TO", 24),
     rows::whole("AI", 108),
     rows::wholeText("KV", 96),
-    rows::block("PM", -4, 100, 6),
-    rows::block("==", -1, 105, 2),
+    rows::textBlock("PM", 100, 6),
+    rows::block("==", 105, 2),
     rows::wholeText("TD", 304),  // only its id counts
     rows::wholeText("MF", 24),   // nobody reads it
 
@@ -209,12 +224,13 @@ inline constexpr auto messageTable = std::to_array<MessageRow>({
     rows::array("SI", 1), rows::array("EL", 1),
     rows::array("cr", 2), rows::array("cc", 2), rows::array("c5", 2), rows::array("cl", 2), rows::array("TC", 2),
     rows::array("c1", 2), rows::array("c2", 2), rows::array("c3", 2),
-    rows::block("SS", -2, 180, 3),
-    rows::fixedBlock("SE", 5, 2),  // Deliberate: whatever its length says
+    rows::block("SS", 180, 3),
+    rows::fixedBlock("SE", 6, 5, 2),  // Deliberate: whatever its length says
     rows::whole("ST", 8), rows::whole("DP", 24), rows::whole("DO", 24),
     rows::whole("NA", 304), rows::whole("WE", 304), rows::whole("WA", 304), rows::whole("WU", 304),
     rows::whole("EA", 304), rows::whole("QE", 304), rows::whole("QA", 304), rows::whole("QU", 32),
     rows::whole("QI", 48), rows::whole("CA", 304), rows::whole("IA", 300),
+    rows::wholeText(">>", 0),
 });
 // clang-format on
 
@@ -265,5 +281,18 @@ static_assert(std::ranges::all_of(messageTable,
                                       });
                                   }),
               "the pieces of every form keep within their area");
+
+static_assert(std::ranges::all_of(messageTable,
+                                  [](const MessageRow& row) {
+                                      return std::ranges::all_of(row.forms, [&](const BodyForm& form) {
+                                          int bytes = row.closingBytes;
+                                          for (const FormPiece& piece : form.pieces) {
+                                              bytes += piece.bytes;
+                                          }
+                                          return bytes ==
+                                                 form.length + row.lineEndBytes + form.bytesBeyondEnd;
+                                      });
+                                  }),
+              "every form takes its length and the line end, and what is said of it beyond");
 
 }  // namespace orbconv

@@ -20,8 +20,7 @@ constexpr std::size_t bandsInList(Constellation constellation) {
 }
 
 void sortSlots(GlonassSlotTable& table) {
-    // A free entry stops the sort at its place: it is not moved to the end. The table is small and sorted
-    // once.
+    // A free entry is not moved, and none passes it. The table is small and sorted once.
     for (std::size_t pass = 0; pass < GlonassSlotTable::capacity; ++pass) {
         for (std::size_t i = 0; i + 1 < GlonassSlotTable::capacity; ++i) {
             if (table.slot[i] > table.slot[i + 1] && table.slot[i] != 0 && table.slot[i + 1] != 0) {
@@ -60,16 +59,25 @@ void beginContinuationLine(TextWriter& out) {
     out.blanks(18);
 }
 
-// Writes the satellites among entries [first, end), zero entries left out, at most ten.
-void writeListedSatellites(TextWriter& out, char letter, const SatelliteNumbers& list, std::size_t first,
-                           std::size_t end) {
-    std::size_t written = 0;
-    for (std::size_t i = first; i < std::min(end, list.size()) && written < satellitesPerLine; ++i) {
-        if (list[i] != 0) {
+// What one line listed: how many satellites, and the entry behind the last of them.
+struct Listed {
+    std::size_t satellites;
+    std::size_t end;
+};
+
+// Writes the satellites among entries [first, end) that `belongs` takes, at most ten.
+template <class Belongs>
+Listed writeListedSatellites(TextWriter& out, char letter, const SatelliteNumbers& list, std::size_t first,
+                             std::size_t end, Belongs belongs) {
+    Listed listed{.satellites = 0, .end = first};
+    for (std::size_t i = first; i < std::min(end, list.size()) && listed.satellites < satellitesPerLine;
+         ++i) {
+        if (belongs(list[i])) {
             writeSatellite(out, letter, list[i]);
-            ++written;
+            listed = {.satellites = listed.satellites + 1, .end = i + 1};
         }
     }
+    return listed;
 }
 
 // The satellites on each signal among the first 32 entries of its list. QZSS and SBAS stay at zero.
@@ -102,13 +110,14 @@ void writeSignalPhaseShift(TextWriter& out, Constellation constellation, std::si
     const char letter = systemLetters[c];
     const SatelliteNumbers& list = survey.signalSatellites[c][band];
     const std::uint32_t count = survey.signalUseCount[c][band];
+    const auto belongs = [](std::int32_t number) { return number != 0; };
     beginPhaseShiftLine(out, letter, code, survey.phaseShiftValues[c][band], count);
-    writeListedSatellites(out, letter, list, 0, listedEntries);
+    writeListedSatellites(out, letter, list, 0, listedEntries, belongs);
     endPhaseShiftLine(out, static_cast<int>(count));
     for (std::size_t first = satellitesPerLine; first <= 2 * satellitesPerLine && count > first;
          first += satellitesPerLine) {
         beginContinuationLine(out);
-        writeListedSatellites(out, letter, list, first, count);
+        writeListedSatellites(out, letter, list, first, count, belongs);
         endPhaseShiftLine(out, static_cast<int>(count - first));
     }
 }
@@ -138,30 +147,14 @@ void writeBeidouPass(TextWriter& out, std::string_view code, double shift, const
                      std::uint32_t useCount, std::uint32_t satellites, Belongs belongs) {
     constexpr char letter = 'C';
     beginPhaseShiftLine(out, letter, code, shift, satellites);
-    std::size_t written = 0;
-    std::size_t lastListed = 0;
-    for (std::size_t i = 0; i < listedEntries && written < satellitesPerLine; ++i) {
-        if (belongs(list[i])) {
-            writeSatellite(out, letter, list[i]);
-            ++written;
-            lastListed = i;
-        }
-    }
+    const Listed listed = writeListedSatellites(out, letter, list, 0, listedEntries, belongs);
     endPhaseShiftLine(out, static_cast<int>(satellites));
-    if (written != satellitesPerLine) {
+    if (listed.satellites != satellitesPerLine) {
         return;
     }
-    // Deliberate: the walk goes on behind the tenth satellite, but the position that ends it starts at the
-    // tenth's.
+    // Deliberate: the satellites counted are taken for places in the list, and one place more is walked.
     beginContinuationLine(out);
-    written = 0;
-    for (std::size_t position = lastListed; position < useCount && written < satellitesPerLine; ++position) {
-        const std::size_t i = position + 1;
-        if (i < list.size() && belongs(list[i])) {
-            writeSatellite(out, letter, list[i]);
-            ++written;
-        }
-    }
+    writeListedSatellites(out, letter, list, listed.end, std::size_t{useCount} + 1, belongs);
     endPhaseShiftLine(out, std::abs(static_cast<int>(satellitesPerLine) - static_cast<int>(satellites)));
 }
 

@@ -1,4 +1,4 @@
-// The settings of a run, and the values that the run itself sets for everyone.
+// The settings of a run.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace orbconv {
 inline constexpr std::string_view programVersion = "v.0.0.10a";
 
 struct RunOptions {
-    // 3.05, 4.0 or 4.01, compared for exact equality everywhere.
+    // 3.05, 4.0 or 4.01; a run with another ends at once.
     double rinexVersion = 3.05;
 
     bool includeGps = true;
@@ -25,7 +25,7 @@ struct RunOptions {
     bool includeSbas = false;
     bool includeGlonassCdma = false;
 
-    // As given; the run cuts its last four characters after the survey pass.
+    // As given. The names of the output files begin with it, without its last four characters.
     std::string inputFileName;
 
     // Metres.
@@ -45,15 +45,5 @@ constexpr PerConstellation<bool> includedConstellations(const RunOptions& option
 constexpr bool isRinex4(double rinexVersion) {
     return rinexVersion >= 4.0;
 }
-
-// The computer's clock in UTC, taken once after the survey pass. Not the time of the observations.
-struct RunStamp {
-    int year = 0;  // four digits
-    int month = 0;
-    int day = 0;
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-};
 
 }  // namespace orbconv
