@@ -79,12 +79,12 @@ int entriesToWalk(const AssemblyStep& step, const MessageStaging& staging) {
     return 0;
 }
 
-void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, WalkedFor purpose) {
+void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps) {
     int longest = 0;
     for (const AssemblyStep& step : steps) {
         longest = std::max(longest, entriesToWalk(step, assembly.staging));
     }
-    const SatelliteWalk walk(assembly.staging, assembly.store, longest, purpose);
+    const SatelliteWalk walk(assembly.staging, assembly.store, longest);
     const OpenGates gates(assembly.options);
     for (const AssemblyStep& step : steps) {
         const int count = entriesToWalk(step, assembly.staging);
@@ -98,12 +98,12 @@ void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, Walk
 }  // namespace
 
 void assembleEpoch(EpochAssembly& assembly) {
-    runSteps(assembly, assemblySteps, WalkedFor::measurements);
+    runSteps(assembly, assemblySteps);
     countObsCodes(assembly.survey);
 }
 
 void assembleFlags(EpochAssembly& assembly) {
-    runSteps(assembly, std::span(assemblySteps).first(flagSteps), WalkedFor::flags);
+    runSteps(assembly, std::span(assemblySteps).first(flagSteps));
 }
 
 void enterPlaceholderCodes(EpochAssembly& assembly, const StepInput& step, Kind kind) {

@@ -225,7 +225,7 @@ struct BeidouRule {
 // Deliberate: the class of a band is not everywhere the same. Here, in beidouExtraPhases and in beidouPasses
 // of the header's phase shifts, band 1 has none, 6 to 58 and 6 to 18; band l up to 116, 6 to 58 and none.
 inline constexpr std::array<BeidouRule, bandCount> beidouRules = {{
-    //      satellites                 what they enter                        fifth slot
+    //       class                       what a satellite inside it enters      fifth slot
     /* c */ {.insideClass = beidou6To58, .entry = BeidouEntry::secondPhaseOnly, .secondPhase = "L2I"},
     /* 1 */ {.insideClass = beidouNone,  .entry = BeidouEntry::asOthers,        .secondPhase = {}, .listed = beidou6To58},
     /* 2 */ {.insideClass = beidou6To18, .entry = BeidouEntry::withSecondPhase, .secondPhase = "L7Z"},
@@ -243,7 +243,7 @@ struct PlaceholderCode {
 // By band and kind: code (the range step), phase, Doppler, strength.
 using PlaceholderCodes = std::array<std::array<PlaceholderCode, 4>, bandCount>;
 inline constexpr PlaceholderCodes sbasCodes = {{
-    //         code                            phase                          Doppler                        strength
+    //         code                               phase                          Doppler                        strength
     /* c */ {{ {},                                {"L1C", VersionRule::any3Or4}, {"D1C", VersionRule::any3Or4}, {"S1C", VersionRule::any3Or4} }},
     /* 1 */ {{ {"n1n", VersionRule::off135},      {"---", VersionRule::any4},    {"nAn", VersionRule::any4},    {"nEn", VersionRule::any4} }},
     /* 2 */ {{ {"n2n", VersionRule::any4},        {"nan", VersionRule::any4},    {"nAn", VersionRule::any4},    {"nEn", VersionRule::any4} }},
@@ -252,7 +252,7 @@ inline constexpr PlaceholderCodes sbasCodes = {{
     /* l */ {{ {"nan", VersionRule::any4},        {"nSn", VersionRule::any4},    {"nAn", VersionRule::any4},    {"---", VersionRule::any4} }},
 }};
 inline constexpr PlaceholderCodes qzssCodes = {{
-    //         code                            phase                          Doppler                        strength
+    //         code                               phase                          Doppler                        strength
     /* c */ {{ {},                                {"L1C", VersionRule::always},  {"D1C", VersionRule::always},  {"S1C", VersionRule::always} }},
     /* 1 */ {{ {"nan", VersionRule::any4},        {"nan", VersionRule::any4},    {"nOn", VersionRule::any4},    {"S1C", VersionRule::any4} }},
     /* 2 */ {{ {"C2X", VersionRule::always},      {"L2X", VersionRule::always},  {"D2X", VersionRule::always},  {"S2X", VersionRule::always} }},

@@ -56,7 +56,7 @@ void enterCodes(SignalSurvey& survey, const SurveyedSignal& signal) {
     }
 }
 
-// Entries that the search for a key looks at. Deliberate: 32 also in Galileo's list of 37.
+// Entries of a SignalSatelliteList that the search for a key looks at. Deliberate: 32 also for Galileo.
 std::size_t searchedEntries(Constellation constellation) {
     return constellation == Constellation::beidou ? satelliteListRoom : 32;
 }
@@ -103,7 +103,7 @@ void enterSignal(SignalSurvey& survey, const SurveyedSignal& signal) {
                         beidouRules[signal.band].listed.holds(signal.record.number);
     if (listed) {
         const bool bySlot = signal.constellation == Constellation::glonass;
-        enterSatellite(survey.signalSatellites[c][signal.band], searchedEntries(signal.constellation),
+        enterSatellite(survey.signalSatelliteList[c][signal.band], searchedEntries(signal.constellation),
                        bySlot ? signal.record.gloSlotNumber : signal.record.number);
     }
     enterPhaseShiftSatellite(survey, signal);

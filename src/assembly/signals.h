@@ -46,13 +46,13 @@ struct BandMessages {
 };
 // clang-format off
 inline constexpr std::array<BandMessages, bandCount> bandMessages = {{
-    //      flag  range phase Doppler strength
-    /* c */ {"FC", "rc", "cp", "0d",  "CE"},
-    /* 1 */ {"F1", "1r", "1p", "1d",  "1E"},
-    /* 2 */ {"F2", "2r", "2p", "2d",  "2E"},
-    /* 3 */ {"F3", "3r", "3p", "3d",  "3E"},
-    /* 5 */ {"F5", "5r", "5p", "5d",  "5E"},
-    /* l */ {"Fl", "lr", "lp", "ld",  "lE"},
+    //       flag  range phase Dopp. strength
+    /* c */ {"FC", "rc", "cp", "0d", "CE"},
+    /* 1 */ {"F1", "1r", "1p", "1d", "1E"},
+    /* 2 */ {"F2", "2r", "2p", "2d", "2E"},
+    /* 3 */ {"F3", "3r", "3p", "3d", "3E"},
+    /* 5 */ {"F5", "5r", "5p", "5d", "5E"},
+    /* l */ {"Fl", "lr", "lp", "ld", "lE"},
 }};
 // clang-format on
 
@@ -201,7 +201,7 @@ struct BeidouExtraPhase {
     double cycles;
 };
 inline constexpr std::array<BeidouExtraPhase, bandCount> beidouExtraPhases = {{
-    //      satellites   cycles
+    //       class        cycles
     /* c */ {beidou6To58, 0.5},
     /* 1 */ {beidou6To58, 0.0},
     /* 2 */ {beidou6To18, 0.25},
