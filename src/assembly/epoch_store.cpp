@@ -26,9 +26,10 @@ void clearEpochRecords(EpochStore& store) {
     }
 }
 
+static_assert(nnCapacity <= storeCapacity[indexOf(Constellation::glonass)], "NN's records are all there");
+
 void assignGlonassSlots(const MessageStaging& staging, EpochStore& store) {
     forEachGlonassSlot(staging, [&store](std::size_t position, std::int8_t channel, std::uint8_t slot) {
-        static_assert(nnCapacity <= storeCapacity[indexOf(Constellation::glonass)]);
         SatEpochRecord& record = store.useFirst(Constellation::glonass, position + 1).back();
         if (claimRecord(&record, channel) != Claim::mismatch) {
             record.gloSlotNumber = slot;
