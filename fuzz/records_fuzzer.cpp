@@ -112,11 +112,12 @@ constexpr std::size_t printedSignals = orbconv::bandCount + 1;
 void fillRecord(orbconv::EpochStore& store, fuzzing::ByteSource& input) {
     const auto system =
         static_cast<orbconv::Constellation>(input.number<std::uint8_t>() % orbconv::constellationCount);
-    orbconv::SatEpochRecord* const place = store.writable(system, input.number<std::uint8_t>() % 64);
-    if (place == nullptr) {
+    const std::size_t position = input.number<std::uint8_t>() % 64;
+    const auto records = store.useFirst(system, position + 1);
+    if (position >= records.size()) {
         return;
     }
-    orbconv::SatEpochRecord& record = *place;
+    orbconv::SatEpochRecord& record = records[position];
     const auto signals = input.number<std::uint8_t>();
     const bool anyNumber = (signals & 0x80U) != 0;
     record.number = anyNumber ? input.number<std::int32_t>() : input.number<std::int8_t>();

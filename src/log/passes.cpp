@@ -85,7 +85,7 @@ void countSatellites(const RunOptions& options, SignalSurvey& survey) {
     survey.satelliteTotal = 0;
     for (const Constellation constellation : counted) {
         const std::size_t c = indexOf(constellation);
-        survey.allSatelliteList[c] = survey.signalSatellites[c][0];
+        survey.allSatelliteList[c] = survey.signalSatelliteList[c][0];
         if (included[c]) {
             const auto all = std::span(survey.allSatelliteList[c]).first(satelliteListEntries[c]);
             survey.satelliteTotal += static_cast<std::int32_t>(

@@ -86,7 +86,7 @@ void countUses(SignalSurvey& survey) {
     const auto count = [&survey](Constellation constellation, std::size_t bands) {
         const std::size_t c = indexOf(constellation);
         for (std::size_t band = 0; band < bands; ++band) {
-            const auto entries = std::span(survey.signalSatellites[c][band]).first(listedEntries);
+            const auto entries = std::span(survey.signalSatelliteList[c][band]).first(listedEntries);
             const auto used = std::ranges::count_if(entries, [&](std::int32_t number) {
                 // Deliberate: an unknown slot is listed, but not counted.
                 const bool unknown =
@@ -108,7 +108,7 @@ void writeSignalPhaseShift(TextWriter& out, Constellation constellation, std::si
                            std::string_view code, const SignalSurvey& survey) {
     const std::size_t c = indexOf(constellation);
     const char letter = systemLetters[c];
-    const SatelliteNumbers& list = survey.signalSatellites[c][band];
+    const SatelliteNumbers& list = survey.signalSatelliteList[c][band];
     const std::uint32_t count = survey.signalUseCount[c][band];
     const auto belongs = [](std::int32_t number) { return number != 0; };
     beginPhaseShiftLine(out, letter, code, survey.phaseShiftValues[c][band], count);
@@ -128,13 +128,15 @@ struct BeidouPasses {
     // Deliberate: the shift of the second pass of band 2 is first lowered by this, and stays lowered.
     double loweredBy = 0.0;
 };
+// Deliberate: in bands 1 and l the class is not that of beidouRules, nor that of beidouExtraPhases.
 constexpr std::array<BeidouPasses, bandCount> beidouPasses = {{
-    {.secondPass = beidou6To58},
-    {.secondPass = beidou6To18},
-    {.secondPass = beidou6To18, .loweredBy = 0.25},
-    {.secondPass = beidou6To58},
-    {.secondPass = beidou6To18},
-    {.secondPass = beidouNone},
+    //       class                      shift
+    /* c */ {.secondPass = beidou6To58},
+    /* 1 */ {.secondPass = beidou6To18},
+    /* 2 */ {.secondPass = beidou6To18, .loweredBy = 0.25},
+    /* 3 */ {.secondPass = beidou6To58},
+    /* 5 */ {.secondPass = beidou6To18},
+    /* l */ {.secondPass = beidouNone},
 }};
 constexpr double secondPassShift = 0.5;  // cycles
 
@@ -214,7 +216,7 @@ void writePhaseShift(TextWriter& out, const RunOptions& options, SignalSurvey& s
 void writeBeidouPhaseShift(TextWriter& out, std::size_t position, std::size_t band, SignalSurvey& survey) {
     const std::size_t c = indexOf(Constellation::beidou);
     const BeidouPasses& passes = beidouPasses[band];
-    const SatelliteNumbers& list = survey.signalSatellites[c][band];
+    const SatelliteNumbers& list = survey.signalSatelliteList[c][band];
     const ObsCodeList& codes = survey.obsCodeList[c];
     const std::uint32_t useCount = survey.signalUseCount[c][band];
     float& storedShift = survey.phaseShiftValues[c][band];

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "run/constellation.h"
+
 namespace orbconv {
 
 inline constexpr std::string_view programVersion = "v.0.0.10a";
@@ -32,6 +34,12 @@ struct RunOptions {
     double antennaDeltaN = 0.0;
     std::string antennaNumber = "-Unknown-";
 };
+
+constexpr PerConstellation<bool> includedConstellations(const RunOptions& options) {
+    return {options.includeGps,  options.includeGlonass,    options.includeGalileo,
+            options.includeQzss, options.includeBeidou,     options.includeNavic,
+            options.includeSbas, options.includeGlonassCdma};
+}
 
 // From this version on there is one mixed navigation file, and its records have "> EPH" lines.
 constexpr bool isRinex4(double rinexVersion) {

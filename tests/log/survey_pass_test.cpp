@@ -56,7 +56,7 @@ Passes surveyed(const LogBuilder& log, const RunOptions& options = {}) {
 }
 
 Numbers firstSignalList(const LogBuilder& log) {
-    return listed(surveyed(log).state->survey.signalSatellites[0][0]);
+    return listed(surveyed(log).state->survey.signalSatelliteList[0][0]);
 }
 
 std::int32_t satelliteTotal(const LogBuilder& log, const RunOptions& options = {}) {
@@ -264,7 +264,7 @@ TEST(SurveyPass, ExcludedConstellationHasNoSignals) {
     epoch(log, gps(5, 6));
     const Passes passes = surveyed(log, options);
     EXPECT_TRUE(passes.state->survey.codes(Constellation::gps)[0].empty());
-    EXPECT_EQ(listed(passes.state->survey.signalSatellites[0][0]), Numbers{});
+    EXPECT_EQ(listed(passes.state->survey.signalSatelliteList[0][0]), Numbers{});
     EXPECT_EQ(passes.state->survey.satelliteTotal, 0);
 }
 
@@ -282,7 +282,7 @@ TEST(SatelliteTotal, LeavesOutSatellitesWithoutTheFirstSignal) {
     log.sx(gps(5, 6)).flags(Band::c, {0x40, 0xFFBF}).flags(Band::b1, {0x40, 0x40}).td();
     const Passes passes = surveyed(log);
     EXPECT_EQ(passes.state->survey.satelliteTotal, 1);
-    EXPECT_EQ(listed(passes.state->survey.signalSatellites[0][1]), (Numbers{5, 6}));
+    EXPECT_EQ(listed(passes.state->survey.signalSatelliteList[0][1]), (Numbers{5, 6}));
 }
 
 TEST(SatelliteTotal, CountsGlonassByKnownAndUnknownSlots) {

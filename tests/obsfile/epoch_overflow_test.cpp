@@ -175,7 +175,7 @@ TEST(EpochOverflow, TheLargestDoubleHas309DigitsAheadOfThePoint) {
 // 30 records of 7 bands of 4 values of 314 characters: more than any buffer of a fixed size holds.
 TEST(EpochOverflow, AnEpochOfTheLargestValuesIsWrittenWhole) {
     const auto store = std::make_unique<orbconv::EpochStore>();
-    const auto records = store->records(orbconv::Constellation::beidou).first(30);
+    const auto records = store->useFirst(orbconv::Constellation::beidou, 30);
     for (SatEpochRecord& record : records) {
         record.number = 1;
         for (std::size_t band = 0; band < 7; ++band) {

@@ -34,7 +34,7 @@ struct Epoch {
         if (indexOf(system) < survey.obsCodeCount.size()) {
             survey.obsCodeCount[indexOf(system)] = 4;
         }
-        SatEpochRecord& record = store.records(system)[index];
+        SatEpochRecord& record = store.useFirst(system, index + 1)[index];
         record.number = number;
         return record;
     }
@@ -299,10 +299,12 @@ TEST_F(EpochLines, GlonassShowsTheSlotAndWithoutOneTheChannel) {
 }
 
 TEST_F(EpochLines, OfTwoNeighboursOfOneSlotTheFirstIsWritten) {
-    epoch.satellite(Constellation::glonass, 0, 1).gloSlotNumber = 8;
-    epoch.satellite(Constellation::glonass, 1, 2).gloSlotNumber = 8;
-    makePresent(epoch.store.records(Constellation::glonass)[0], 0);
-    makePresent(epoch.store.records(Constellation::glonass)[1], 1);
+    SatEpochRecord& first = epoch.satellite(Constellation::glonass, 0, 1);
+    SatEpochRecord& second = epoch.satellite(Constellation::glonass, 1, 2);
+    first.gloSlotNumber = 8;
+    second.gloSlotNumber = 8;
+    makePresent(first, 0);
+    makePresent(second, 1);
     EXPECT_THAT(epoch.satelliteLines(), ElementsAre("R08" + std::string(presentSignal) + blanks(256)));
 }
 
