@@ -161,9 +161,9 @@ using bodies::lengthOf;
 inline constexpr std::array<FormPiece, 1> ge123 = {{{0, bodies::kepler::bytes}}};
 inline constexpr std::array<FormPiece, 2> ge160 = {
     {{0, bodies::ge::bytes}, {bodies::ge::bytes + ge160Shift, bodies::ge160::bytes - bodies::ge::bytes}}};
-inline constexpr std::array<FormPiece, 2> ge168 = {
-    {{0, bodies::ge168::af0Delta.offset},
-     {staged(bodies::ge160::af0Delta, ge160Shift).offset, bodies::ge168::af0Delta.width}}};
+inline constexpr std::array<FormPiece, 2> ge168 = {{{0, bodies::ge168::af0Delta.offset},
+                                                    {staged(bodies::ge160::af0Delta, ge160Shift).offset,
+                                                     bodies::ge168::bytes - bodies::ge168::af0Delta.offset}}};
 inline constexpr std::array<BodyForm, 3> geForms = {{
     {lengthOf(bodies::kepler::bytes), ge123},
     {lengthOf(bodies::ge160::bytes), ge160},
