@@ -115,13 +115,19 @@ TEST(EpochTimeTest, ImpossibleDate_IsPassedOver) {
 }
 
 TEST(EpochTimeTest, ImpossibleTimeOfDay_IsPassedOver) {
-    EXPECT_THAT(timesOf(LogBuilder().rd(2024, 3, 5).time(86'400'000).td()), ElementsAre("-"));
+    EXPECT_THAT(timesOf(LogBuilder().rd(2024, 3, 5).time(86'401'000).td()), ElementsAre("-"));
     const auto epochs = epochsOf(LogBuilder().rd(2024, 3, 5).time(1000).td().time(0xFFFFFFFF).td());
     ASSERT_EQ(epochs.size(), 2U);
     EXPECT_FALSE(epochs[1].hasOwnTime);
     EXPECT_EQ(epochs[1].timeOfDayMs, 1000U);
     EXPECT_THAT(timesOf(LogBuilder().rd(2024, 3, 5).time(86'399'999).td()),
                 ElementsAre("2024-03-05T23:59:59.999"));
+}
+
+// A time scale with leap seconds has, now and then, a day with one second more.
+TEST(EpochTimeTest, LeapSecond_StandsBehindTheDay) {
+    EXPECT_THAT(timesOf(LogBuilder().rd(2016, 12, 31, 1).time(86'400'999).td().time(0).td()),
+                ElementsAre("2017-01-01T00:00:00.999", "2017-01-01T00:00:00.000"));
 }
 
 TEST(EpochTimeTest, ShortBodies_ArePassedOver) {

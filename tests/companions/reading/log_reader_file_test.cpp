@@ -53,7 +53,7 @@ TEST(LogReaderFileTest, EmptyFile_EndsAtOnce) {
 TEST(LogReaderFileTest, SmallFile_AsInMemory) {
     const std::string log = smallMessages(3) + "damage" + smallMessages(3);
     expectSame(itemsOfFile(log), itemsOf(log));
-    EXPECT_THAT(itemsOfFile(log).damages, ElementsAre(Damage{90, 6}));
+    EXPECT_THAT(itemsOfFile(log).damages, ElementsAre(Damage{93, 6}));
 }
 
 TEST(LogReaderFileTest, ManyWindows_EveryMessageOnce) {
@@ -97,7 +97,7 @@ TEST(LogReaderFileTest, NoiseGreaterThanAPiece_EndsWithTheFile) {
     }
     const FoundItems items = itemsOfFile(smallMessages(1) + noise);
     EXPECT_EQ(items.messages.size(), 3U);
-    EXPECT_THAT(items.damages, ElementsAre(Damage{30, noise.size()}));
+    EXPECT_THAT(items.damages, ElementsAre(Damage{31, noise.size()}));
 }
 
 TEST(LogReaderFileTest, CutTailBehindManyPieces_IsDamage) {

@@ -98,7 +98,7 @@ TEST(LogReaderTest, Digits_NothingElse) {
           "zz0G3123\n", "zz003", "zz00\n123\n"}) {
         const FoundItems items = between(message);
         EXPECT_EQ(items.ids(), "~~ RD TD ~~ RD TD") << message;
-        EXPECT_THAT(items.damages, ElementsAre(Damage{30, message.size()})) << message;
+        EXPECT_THAT(items.damages, ElementsAre(Damage{34, message.size()})) << message;
         EXPECT_TRUE(items.tiled);
     }
 }
@@ -108,7 +108,7 @@ TEST(LogReaderTest, LengthThatTheIdCannotHave_IsDamage) {
     log.message("rx", "123456");  // an element and a half
     const FoundItems items = between(log.bytes());
     EXPECT_EQ(items.ids(), "~~ RD TD ~~ RD TD");
-    EXPECT_THAT(items.damages, ElementsAre(Damage{30, log.size()}));
+    EXPECT_THAT(items.damages, ElementsAre(Damage{34, log.size()}));
 }
 
 TEST(LogReaderTest, EmptyTextAndEmptyArrays_AreMessages) {

@@ -18,6 +18,9 @@ FoundItems takeAll(LogReader& reader, std::size_t size) {
         const std::uint64_t offset = isMessage ? reader.message().offset : reader.damage().offset;
         const std::uint64_t bytes = isMessage ? reader.message().bytes : reader.damage().bytes;
         items.tiled = items.tiled && offset == end && bytes > 0 && reader.position() == offset + bytes;
+        const bool isSecondOfTwo = !isMessage && !items.damages.empty() &&
+                                   items.damages.back().offset + items.damages.back().bytes == offset;
+        items.tiled = items.tiled && !isSecondOfTwo;
         end = offset + bytes;
         if (isMessage) {
             const auto& message = reader.message();
