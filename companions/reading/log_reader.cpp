@@ -118,8 +118,8 @@ bool LogReader::startsAt(std::size_t place, Start& start) const {
 }
 
 // The end of the message at `place` if another one or the end of the log stands there, else 0. Where the
-// plain length leads nowhere, one byte more may: a long GLONASS ephemeris can bring it. An unknown id, of which
-// any length is possible, is easily met by chance: on either side of one the line end counts, too.
+// plain length leads nowhere, one byte more may: a long GLONASS ephemeris can bring it. An unknown id, of
+// which any length is possible, is easily met by chance: on either side of one the line end counts, too.
 std::size_t LogReader::followedEnd(std::size_t place, const Start& start, Start& follower) const {
     const std::size_t plain = place + start.bytes();
     for (std::size_t end = plain; end <= std::min(plain + 1, windowBytes_); ++end) {
@@ -138,8 +138,8 @@ bool LogReader::isWhole(std::size_t place, const Start& start) const {
     return start.row != noRow && end <= windowBytes_ && window_[end - 1] == lineFeed;
 }
 
-// Whether three messages follow each other from `place` on, or messages of known ids up to the very end of the
-// log.
+// Whether three messages follow each other from `place` on, or messages of known ids up to the very end of
+// the log.
 bool LogReader::opensChain(std::size_t place, const Start& start) const {
     Start link = start;
     Start next;
@@ -156,7 +156,8 @@ bool LogReader::opensChain(std::size_t place, const Start& start) const {
     return true;
 }
 
-// Whether a message of a known id may begin at `place`. The five characters of an unknown one are met too often.
+// Whether a message of a known id may begin at `place`. The five characters of an unknown one are met too
+// often.
 bool LogReader::isCredible(std::size_t place) const {
     Start start;
     return startsAt(place, start) && start.row != noRow &&

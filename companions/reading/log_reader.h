@@ -74,8 +74,8 @@ private:
 
         [[nodiscard]] std::size_t bytes() const;
     };
-    // What the last message of a row was like. Receivers send the same messages in the same order, epoch after
-    // epoch: only one that is unlike the last is looked through for others.
+    // What the last message of a row was like. Receivers send the same messages in the same order, epoch
+    // after epoch: only one that is unlike the last is looked through for others.
     struct Habit {
         std::uint16_t length = 0;
         std::uint8_t follower = noRow;  // the row behind it

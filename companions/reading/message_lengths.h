@@ -20,7 +20,8 @@ constexpr int lineEndBytes(const MessageRow& row) {
 
 // The room of the area that the row's messages fill. Almanacs of GPS share that of its ephemerides.
 constexpr int roomOf(const MessageRow& row) {
-    return row.id == row.area ? row.areaBytes : std::ranges::find(messageTable, row.area, &MessageRow::id)->areaBytes;
+    return row.id == row.area ? row.areaBytes
+                              : std::ranges::find(messageTable, row.area, &MessageRow::id)->areaBytes;
 }
 
 // Whether a body of `length` bytes can belong to the row's id: it fits the area that the format gives it, it
