@@ -156,12 +156,11 @@ bool LogReader::opensChain(std::size_t place, const Start& start) const {
     return true;
 }
 
-// Whether a message of a known id may begin at `place`. The five characters of an unknown one are met too
+// Whether a whole message of a known id stands at `place`. The five characters of an unknown one are met too
 // often.
 bool LogReader::isCredible(std::size_t place) const {
     Start start;
-    return startsAt(place, start) && start.row != noRow &&
-           (isWhole(place, start) || opensChain(place, start));
+    return startsAt(place, start) && isWhole(place, start);
 }
 
 // Whether another message begins inside the one at `place`: then this one has lost bytes.
@@ -261,8 +260,8 @@ void LogReader::takeDamage() {
                 place = nextCandidate(place + 1, end);
             }
         }
-        at_ = std::min(place, windowBytes_);
-        found = found || (atEnd_ && at_ == windowBytes_);
+        at_ = place;
+        found = found || atEnd_;
     }
     damage_.bytes = position() - damage_.offset;
 }

@@ -34,11 +34,9 @@ constexpr bool lengthIsPossible(const MessageRow& row, int length) {
         case Reading::block: return length + row.adjust >= 0 && length + row.adjust <= roomOf(row);
         case Reading::fixedBlock: return length == row.adjust + 1;  // and the checksum
         case Reading::array: return (length - 1) % row.elementBytes == 0 && length - 1 <= row.areaBytes;
-        case Reading::forms:
-            return std::ranges::any_of(row.forms,
-                                       [&](const BodyForm& form) { return form.length == length; });
+        case Reading::forms: break;
     }
-    return false;
+    return std::ranges::any_of(row.forms, [&](const BodyForm& form) { return form.length == length; });
 }
 
 }  // namespace orbconv::reading

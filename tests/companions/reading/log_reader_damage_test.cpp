@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <string_view>
@@ -191,6 +192,45 @@ TEST(LogReaderDamageTest, WrongDigit_LosesNoOtherMessage) {
             }
         }
     }
+}
+
+// A message that lost as many bytes as the one behind it has ends where that one ends.
+TEST(LogReaderDamageTest, BytesLostJustAsManyAsTheNextMessageHas_NextIsFound) {
+    LogBuilder log;
+    epoch(epoch(log));
+    const std::size_t begin = log.size();
+    log.rx({1, 2, 3, 4, 5, 6});
+    std::string bytes = log.take();
+    bytes.resize(bytes.size() - 15);
+    const FoundItems items = itemsOf(bytes + LogBuilder().rx({7, 8}).bytes() + epochBytes());
+    EXPECT_THAT(items.damages, ElementsAre(Damage{begin, 16}));
+    EXPECT_EQ(items.ids(), twice(epochIds) + " rx " + std::string(epochIds));
+}
+
+// The reader takes a message for what it says if it is like the one before. Here the order of messages tells.
+TEST(LogReaderDamageTest, MessageLikeTheOneBefore_StillDoesNotSwallow) {
+    std::string bytes = epochBytes() + epochBytes();
+    const std::size_t begin = bytes.size();
+    bytes += std::string("rx00Dabc") + LogBuilder().time(5).bytes().substr(0, 11) + epochBytes();
+    const FoundItems items = itemsOf(bytes);
+    EXPECT_THAT(items.damages, ElementsAre(Damage{begin, 8}));
+    EXPECT_EQ(items.ids(), twice(epochIds) + " ~~ " + std::string(epochIds));
+}
+
+TEST(LogReaderDamageTest, UnknownMessagesAtTheEnd_AreTakenOnlyFromAGoodOne) {
+    const std::string unknown = LogBuilder().message("zz", "abc").message("yy", "de").take();
+    EXPECT_EQ(itemsOf(epochBytes() + unknown).ids(), std::string(epochIds) + " zz yy");
+    EXPECT_EQ(itemsOf(epochBytes() + std::string(20, '\0') + unknown).ids(), epochIds);
+    EXPECT_EQ(itemsOf(epochBytes() + std::string(20, '\0') + unknown + unknown).ids(),
+              std::string(epochIds) + " zz yy zz yy");
+}
+
+// A byte between two messages is the one that some messages have more; two are damage.
+TEST(LogReaderDamageTest, SingleByteBetweenTwoMessages_BelongsToTheFirst) {
+    const FoundItems items = itemsOf(epochBytes() + '\0' + epochBytes());
+    EXPECT_EQ(items.ids(), twice(epochIds));
+    EXPECT_THAT(items.damages, IsEmpty());
+    EXPECT_EQ(items.messages[8].bytes, 12U);
 }
 
 TEST(LogReaderDamageTest, LineEndLost_LosesNoOtherMessage) {

@@ -67,7 +67,7 @@ TEST(LogReaderFileTest, ManyWindows_EveryMessageOnce) {
 // The damage and what follows it stand at every distance from where a piece of the file ends.
 TEST(LogReaderFileTest, DamageAroundTheEndOfAPiece_AsInMemory) {
     const std::string ahead = filler(window - 20000);
-    const std::string behind = smallMessages(400) + filler(20000) + smallMessages(400);
+    const std::string behind = smallMessages(400) + filler(40000) + smallMessages(400);
     std::mt19937 random(7);
     for (std::size_t shift = 0; shift < 24; ++shift) {
         LogBuilder small;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <string_view>
 
 namespace orbconv::reading {
@@ -123,6 +124,8 @@ TEST(LogTimeTest, TimeOfIsoText_AnyOtherTextIsNone) {
                                         "2024-05-06T23:00:00.5 ",
                                         "12024-05-06",
                                         "2024-05-06T23:00:00,5",
+                                        "2024-05-06T23:00.5",
+                                        "2024-05-06T23:00:00.0001",
                                         "yesterday"}) {
         EXPECT_FALSE(timeOfIsoText(text)) << text;
     }
