@@ -184,11 +184,20 @@ bool LogReader::leadsTo(std::size_t end, std::size_t place) const {
     return place == end;
 }
 
-// Whether messages inside the one at `place` lead to its end.
-bool LogReader::holdsOthersTo(std::size_t end, std::size_t place) const {
+// Whether two whole messages of known ids follow each other, the first at `place`.
+bool LogReader::opensPair(std::size_t place) const {
+    Start first;
+    return startsAt(place, first) && isWhole(place, first) && isCredible(place + first.bytes());
+}
+
+// Whether what the message at `place` takes for its body is other messages. They lead to its end; in a binary
+// message of an unknown id, which three digits and two characters make out of nothing, a pair of them is
+// enough.
+bool LogReader::holdsOthers(std::size_t place, const Start& start, std::size_t end) const {
+    const bool isDoubtful = start.row == noRow && start.lineEnd == 1;
     for (std::size_t inner = nextCandidate(place + 1, end); inner < end;
          inner = nextCandidate(inner + 1, end)) {
-        if (leadsTo(end, inner)) {
+        if (leadsTo(end, inner) || (isDoubtful && opensPair(inner))) {
             return true;
         }
     }
@@ -203,7 +212,7 @@ bool LogReader::standsAlone(std::size_t place, const Start& start) const {
 // Whether the message at `place`, with damage ahead of it, begins a chain.
 bool LogReader::beginsAnew(std::size_t place, const Start& start) const {
     Start follower;
-    return opensChain(place, start) && !holdsOthersTo(followedEnd(place, start, follower), place);
+    return opensChain(place, start) && !holdsOthers(place, start, followedEnd(place, start, follower));
 }
 
 std::size_t LogReader::believedEnd(std::size_t place, Start& start) {
@@ -217,7 +226,7 @@ std::size_t LogReader::believedEnd(std::size_t place, Start& start) {
     }
     const Habit habit = {static_cast<std::uint16_t>(start.length), static_cast<std::uint8_t>(follower.row)};
     if (start.row == noRow || habits_[start.row] != habit) {
-        if (holdsOthersTo(end, place)) {
+        if (holdsOthers(place, start, end)) {
             return 0;
         }
         if (start.row != noRow) {

@@ -3,11 +3,12 @@
 //
 // A message is believed where an id stands, three hexadecimal digits, a body whose length is possible for the
 // id, and behind its line end the start of another message or the end of the log. It is not believed if other
-// messages inside it lead to that same place: then it has lost bytes, or a digit of its length is wrong. A
-// message that is followed by damage is believed if it is whole: its line end stands where it should, and no
-// other message begins inside it. Where nothing fits, the reader looks for the next place from which three
-// messages follow each other, or messages of known ids up to the end of the log, or at which a whole message
-// of a known id stands alone between two damages.
+// messages inside it lead to that same place: then it has lost bytes, or a digit of its length is wrong; one
+// of an unknown id is not if two messages of known ids follow each other anywhere inside it, unless it is a
+// text. A message that is followed by damage is believed if it is whole: its line end stands where it should,
+// and no other message begins inside it. Where nothing fits, the reader looks for the next place from which
+// three messages follow each other, or messages of known ids up to the end of the log, or at which a whole
+// message of a known id stands alone between two damages.
 //
 // A log that is whole may have one byte more behind a message than its line end. In a damaged one, a single
 // byte that came between two messages is taken so, too.
@@ -94,7 +95,8 @@ private:
     [[nodiscard]] bool isCredible(std::size_t place) const;
     [[nodiscard]] bool holdsAnother(std::size_t place, const Start& start) const;
     [[nodiscard]] bool leadsTo(std::size_t end, std::size_t place) const;
-    [[nodiscard]] bool holdsOthersTo(std::size_t end, std::size_t place) const;
+    [[nodiscard]] bool opensPair(std::size_t place) const;
+    [[nodiscard]] bool holdsOthers(std::size_t place, const Start& start, std::size_t end) const;
     [[nodiscard]] bool beginsAnew(std::size_t place, const Start& start) const;
     [[nodiscard]] bool standsAlone(std::size_t place, const Start& start) const;
     // The end of the message at `place` of the window if there is one that is believed, else 0.

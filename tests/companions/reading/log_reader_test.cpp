@@ -182,10 +182,21 @@ TEST(LogReaderTest, BodyThatLooksLikeMessages_StaysABody) {
     LogBuilder inner;
     three(three(inner));
     LogBuilder log;
-    three(log).message("zz", inner.bytes()).message("rx", inner.bytes().substr(0, 24));
+    three(log).message(">>", inner.bytes() + "x").message("rx", inner.bytes().substr(0, 24));
     const FoundItems items = itemsOf(three(log).bytes());
-    EXPECT_EQ(items.ids(), "~~ RD TD zz rx ~~ RD TD");
+    EXPECT_EQ(items.ids(), "~~ RD TD >> rx ~~ RD TD");
     EXPECT_THAT(items.damages, IsEmpty());
+}
+
+// Two characters and three digits that stand ahead of messages by chance are no message around them.
+TEST(LogReaderTest, UnknownBodyOfKnownMessages_IsThoseMessages) {
+    LogBuilder inner;
+    three(three(inner));
+    LogBuilder log;
+    three(log).message("zz", inner.bytes());
+    const FoundItems items = itemsOf(three(log).bytes());
+    EXPECT_EQ(items.ids(), "~~ RD TD ~~ RD TD ~~ RD TD ~~ RD TD");
+    EXPECT_THAT(items.damages, ElementsAre(Damage{34, 5}, Damage{107, 2}));
 }
 
 TEST(LogReaderTest, FewMessages_AreTakenToo) {
