@@ -1,6 +1,7 @@
 // Any bytes through the companions' reading room, reader, epochs and identity: every byte belongs to just one
 // message or one stretch of damage, what is handed out keeps within its bounds and makes sense, and a file
 // gives what memory gives.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
