@@ -16,7 +16,9 @@ inline constexpr int longestLength = 0xFFF;
 // The room of the area that body and line end fill, but for their closing bytes. Almanacs of GPS share that
 // of its ephemerides; a text that nobody reads has none, and any length.
 constexpr int roomOf(const MessageRow& row) {
-    const int room = std::ranges::find(messageTable, row.area, &MessageRow::id)->areaBytes;
+    const int room = row.id == row.area
+                         ? row.areaBytes
+                         : std::ranges::find(messageTable, row.area, &MessageRow::id)->areaBytes;
     return room > 0 ? room : longestLength + row.lineEndBytes;
 }
 

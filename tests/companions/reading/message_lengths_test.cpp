@@ -83,8 +83,8 @@ TEST(MessageLengthsTest, ByteForEachSatelliteAndOneMore) {
 TEST(MessageLengthsTest, LineEnd_TwoBehindTextsOneBehindEveryOther) {
     for (const MessageRow& each : messageTable) {
         const std::string id = {each.id.first, each.id.second};
-        const bool isText = id == "KV" || id == "PM" || id == "MF" || id == "TD";
-        EXPECT_EQ(lineEndBytes(each), isText ? 2 : 1) << id;
+        const bool isText = id == "KV" || id == "PM" || id == "MF" || id == "TD" || id == ">>";
+        EXPECT_EQ(each.lineEndBytes, isText ? 2 : 1) << id;
     }
 }
 
