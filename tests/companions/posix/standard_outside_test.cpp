@@ -1,0 +1,125 @@
+// What comes from outside: a full disk, no permission, a request to end, -h and --version.
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+#include "companions/standard/support/small_logs.h"
+#include "companions/standard/support/standard_run.h"
+#include "standard/platform.h"
+#include "standard/stop_request.h"
+
+namespace {
+
+using testsupport::OwnFolder;
+using Lines = std::vector<std::string>;
+
+std::string manyEpochs() {
+    std::vector<std::uint32_t> times(20000);
+    for (std::uint32_t i = 0; i < times.size(); ++i) {
+        times[i] = 1000 * i;
+    }
+    return testsupport::logOfTimes(times);
+}
+
+// Runs the program in a process of its own, which `prepare` gets ready; the wait status.
+template <class Prepare>
+int waitStatusOf(const std::string& log, Prepare prepare) {
+    const pid_t child = fork();
+    if (child == 0) {
+        prepare();
+        std::string errors;
+        const int status = testsupport::runWithArguments({"-q", log}, errors);
+        std::ofstream(log + ".errors") << errors;
+        _exit(status);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+TEST(StandardOutside, FullDiskIsAnErrorAndLeavesNothing) {
+    const OwnFolder folder;
+    testsupport::writeBytes(folder.path() / "site.kvs", manyEpochs());
+    const int status = waitStatusOf(folder.file("site.kvs"), [] {
+        std::signal(SIGXFSZ, SIG_IGN);  // a limit on the size of a file stands for the disk
+        const rlimit limit{100'000, 100'000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    });
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_EQ(folder.names(), (Lines{"site.kvs", "site.kvs.errors"}));
+    EXPECT_NE(testsupport::textOfFile(folder.path() / "site.kvs.errors").find("File too large"),
+              std::string::npos);
+}
+
+TEST(StandardOutside, FolderWithoutPermissionIsAnError) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "the superuser may write anywhere";
+    }
+    const OwnFolder folder;
+    const std::filesystem::path closed = folder.path() / "closed";
+    std::filesystem::create_directory(closed);
+    chmod(closed.c_str(), S_IRUSR | S_IXUSR);
+    const auto run =
+        testsupport::runStandard(testsupport::logOfTimes({0}), {"--output-dir", closed.string()});
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_NE(run.errors.find("Permission denied"), std::string::npos);
+}
+
+TEST(StandardOutside, RequestToEndTakesTheHalfFileAway) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        const OwnFolder folder;
+        testsupport::writeBytes(folder.path() / "site.kvs", manyEpochs());
+        // The signal is held back until the program listens to it.
+        const int status = waitStatusOf(folder.file("site.kvs"), [signal] {
+            orbconv::standard::noteStopRequests();
+            std::raise(signal);
+        });
+        EXPECT_TRUE(WIFSIGNALED(status));
+        EXPECT_EQ(WTERMSIG(status), signal);
+        EXPECT_EQ(folder.names(), Lines{"site.kvs"});
+    }
+}
+
+TEST(StandardOutside, HangUpThatIsIgnoredStaysIgnored) {
+    const OwnFolder folder;
+    testsupport::writeBytes(folder.path() / "site.kvs", testsupport::logOfTimes({0}));
+    const int status = waitStatusOf(folder.file("site.kvs"), [] {
+        std::signal(SIGHUP, SIG_IGN);
+        orbconv::standard::noteStopRequests();
+        std::raise(SIGHUP);
+    });
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+TEST(StandardOutside, PipeHasNoSecondReading) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    std::FILE* const file = fdopen(ends[0], "rb");
+    EXPECT_FALSE(orbconv::standard::seekTo(file, 0));
+    std::fclose(file);
+    close(ends[1]);
+}
+
+TEST(StandardOutside, HelpAndVersionEndWithZero) {
+    const OwnFolder folder;
+    const std::string out = folder.file("out");
+    const auto outputOf = [&](const std::string& arguments) {
+        const std::string command = "\"" ORBCONV_STANDARD_BINARY "\" " + arguments + " > \"" + out + "\"";
+        EXPECT_EQ(std::system(command.c_str()), 0);
+        return testsupport::textOfFile(out);
+    };
+    EXPECT_TRUE(outputOf("-h").starts_with("Usage: orbconv-standard "));
+    EXPECT_EQ(outputOf("--help"), outputOf("-h"));
+    EXPECT_EQ(outputOf("--version"), "orbconv-standard 0.0.10a\n");
+}
+
+}  // namespace
