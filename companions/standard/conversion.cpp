@@ -9,6 +9,7 @@
 #include "standard/epoch_sequence.h"
 #include "standard/file_names.h"
 #include "standard/stop_request.h"
+#include "standard/summary.h"
 
 namespace orbconv::standard {
 
@@ -76,7 +77,11 @@ std::string hindranceOf(const Survey& survey) {
     if (survey.epochs == survey.lost.epochsWithoutDate) {
         return "it tells no date; --date YYYY-MM-DD gives that of its first epoch";
     }
-    return "none of its " + std::to_string(survey.epochs) + " epochs can be written";
+    std::string hindrance = "none of its epochs (" + std::to_string(survey.epochs) + ") can be written";
+    for (const std::string& line : lossLines(survey.lost)) {
+        hindrance += "; " + line;
+    }
+    return hindrance;
 }
 
 std::filesystem::path observationPathOf(const Options& options, const HeaderTexts& texts,

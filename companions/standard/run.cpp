@@ -28,7 +28,7 @@ void tellSummary(const Survey& survey, const std::filesystem::path& path) {
     }
     const std::vector<std::string> losses = lossLines(survey.lost);
     if (!losses.empty()) {
-        std::cerr << "  left out:\n";
+        std::cerr << "  left out (a satellite counts in each of its epochs):\n";
     }
     for (const std::string& line : losses) {
         std::cerr << "    " << line << '\n';

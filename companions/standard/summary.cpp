@@ -22,24 +22,24 @@ std::uint64_t satellites(const LossCounts& lost) {
 
 // clang-format off
 constexpr auto lossRows = std::to_array<LossRow>({
-    {"bytes that are damaged",                                 [](const LossCounts& lost) { return lost.damagedBytes; }, true},
-    {"damaged stretches, of these bytes",                      [](const LossCounts& lost) { return lost.damagedStretches; }, true},
-    {"epochs without date; --date gives that of the first",    [](const LossCounts& lost) { return lost.epochsWithoutDate; }, true},
-    {"epochs in another time scale than the first",            [](const LossCounts& lost) { return lost.epochsOfOtherScale; }, true},
-    {"epochs in too much disorder of time",                    [](const LossCounts& lost) { return lost.disorderedEpochs; }, true},
-    {"epochs with a time that another has; the first is kept", [](const LossCounts& lost) { return lost.repeatedEpochs; }},
-    {"epochs without a satellite to write",                    [](const LossCounts& lost) { return lost.epochsWithoutSatellites; }},
-    {"epochs outside the window or the interval",              [](const LossCounts& lost) { return lost.epochsNotAskedFor; }},
-    {"epoch that the log does not close",                      [](const LossCounts& lost) { return std::uint64_t{lost.hasOpenEpoch ? 1U : 0U}; }},
-    {"clock offsets beyond 9 s",                               [](const LossCounts& lost) { return lost.unprintableClockOffsets; }},
-    {"times a GLONASS satellite without slot",                 satellites<LeftOut::glonassWithoutSlot>},
-    {"times a GLONASS satellite on an impossible channel",     satellites<LeftOut::glonassWithoutChannel>},
-    {"times a satellite without a number of two digits",       satellites<LeftOut::withoutNumber>},
-    {"times a satellite that stands in the epoch already",     satellites<LeftOut::twice>},
-    {"times a QZSS satellite",                                 satellites<LeftOut::qzss>},
-    {"times an SBAS satellite",                                satellites<LeftOut::sbas>},
-    {"times a satellite of GLONASS CDMA",                      satellites<LeftOut::glonassCdma>},
-    {"times a satellite of an unknown system",                 satellites<LeftOut::unknownSystem>},
+    {"bytes of damage",                                      [](const LossCounts& lost) { return lost.damagedBytes; }, true},
+    {"places of damage",                                     [](const LossCounts& lost) { return lost.damagedStretches; }, true},
+    {"epochs without date (--date gives that of the first)", [](const LossCounts& lost) { return lost.epochsWithoutDate; }, true},
+    {"epochs in another time scale than the first",          [](const LossCounts& lost) { return lost.epochsOfOtherScale; }, true},
+    {"epochs in too much disorder of time",                  [](const LossCounts& lost) { return lost.disorderedEpochs; }, true},
+    {"epochs of a time that came already",                   [](const LossCounts& lost) { return lost.repeatedEpochs; }},
+    {"epochs without a satellite to write",                  [](const LossCounts& lost) { return lost.epochsWithoutSatellites; }},
+    {"epochs outside the window or the interval",            [](const LossCounts& lost) { return lost.epochsNotAskedFor; }},
+    {"epochs that the log does not close",                   [](const LossCounts& lost) { return std::uint64_t{lost.hasOpenEpoch ? 1U : 0U}; }},
+    {"clock offsets beyond 9 s",                             [](const LossCounts& lost) { return lost.unprintableClockOffsets; }},
+    {"satellites of GLONASS without slot",                   satellites<LeftOut::glonassWithoutSlot>},
+    {"satellites of GLONASS on an impossible channel",       satellites<LeftOut::glonassWithoutChannel>},
+    {"satellites without a number of two digits",            satellites<LeftOut::withoutNumber>},
+    {"satellites that stand in their epoch already",         satellites<LeftOut::twice>},
+    {"satellites of QZSS",                                   satellites<LeftOut::qzss>},
+    {"satellites of SBAS",                                   satellites<LeftOut::sbas>},
+    {"satellites of GLONASS CDMA",                           satellites<LeftOut::glonassCdma>},
+    {"satellites of an unknown system",                      satellites<LeftOut::unknownSystem>},
 });
 // clang-format on
 
@@ -62,8 +62,8 @@ std::vector<std::string> contentLines(const ContentSurvey& content, const Column
         if (columns[i].empty()) {
             continue;
         }
-        std::string line = systemLetters[i] + std::string(": ") +
-                           std::to_string(content.satellites(constellation).count()) + " satellites; signals";
+        std::string line = systemLetters[i] + std::string(": satellites ") +
+                           std::to_string(content.satellites(constellation).count()) + ", signals";
         for (const Column& column : columns[i]) {
             if (column.kind == Kind::range) {
                 line += ' ' + codeOf(constellation, column).substr(1);
@@ -78,7 +78,7 @@ std::vector<std::string> lossLines(const LossCounts& lost) {
     std::vector<std::string> lines;
     for (const LossRow& row : lossRows) {
         if (const std::uint64_t count = row.count(lost); count != 0) {
-            lines.push_back(std::to_string(count) + ' ' + row.text);
+            lines.push_back(std::string(row.text) + ": " + std::to_string(count));
         }
     }
     return lines;

@@ -9,10 +9,10 @@
 
 namespace orbconv::standard {
 
-// "G, 12 satellites ..." and so on, each line without its end.
+// The epochs, and a line for each system, all without their ends.
 std::vector<std::string> contentLines(const ContentSurvey& content, const Columns& columns);
 
-// A line for each reason for which something was left out.
+// A line for each reason for which something was left out. A satellite counts in each of its epochs.
 std::vector<std::string> lossLines(const LossCounts& lost);
 
 // Whether something that should have gone in is not there: to damage, missing dates, or times that the file

@@ -158,7 +158,7 @@ TEST(StandardSummary, EachReasonHasALineAndSomeAreLosses) {
     EXPECT_FALSE(hasLoss(lost));
     lost.satellites[static_cast<std::size_t>(LeftOut::sbas)] = 3;
     lost.hasOpenEpoch = true;
-    EXPECT_EQ(lossLines(lost), (Lines{"1 epoch that the log does not close", "3 times an SBAS satellite"}));
+    EXPECT_EQ(lossLines(lost), (Lines{"epochs that the log does not close: 1", "satellites of SBAS: 3"}));
     EXPECT_FALSE(hasLoss(lost));
     lost.damagedBytes = 1;
     EXPECT_TRUE(hasLoss(lost));

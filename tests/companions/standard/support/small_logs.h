@@ -34,4 +34,22 @@ inline std::string logOfTimes(const std::vector<std::uint32_t>& timesOfDayMs) {
     return log.take();
 }
 
+// One epoch of GPS and GLONASS with values that are easily worked out.
+inline std::string fullLog() {
+    using samplelog::Band;
+    using samplelog::SystemCode;
+    samplelog::LogBuilder log;
+    log.kvMarker("ABCD").antennaType("TYPE            NONE").pv({1000.5, -2000.25, 3000.0});
+    log.pmParameters({{"rcv/id=", "R1"}, {"rcv/igs=", "RECEIVER"}, {"rcv/ver/main=", "1.0"}});
+    log.time(3600500).rd(2024, 3, 5).to(-0.000125);
+    log.sx({{SystemCode::glonass, -3}, {SystemCode::gps, 7}}).nn({8});
+    log.flags(Band::c, {present, present}).flags(Band::b2, {0, present});
+    log.rx({0, 0}).rangeDeltas(Band::b2, {0, 10000});
+    log.phases(Band::c, {0, 0});
+    log.dx({12345678, -10000}).dopplerDeltas(Band::c, {0, 0});
+    log.strengths(Band::c, {180, 0});
+    log.uo({.a0 = 1e-9, .leapSeconds = 18}).td();
+    return log.take();
+}
+
 }  // namespace testsupport
