@@ -123,6 +123,7 @@ std::vector<std::string> withGuardedValues(int argc, const char* const* argv) {
 }  // namespace
 
 Options optionsOf(int argc, const char* const* argv) {
+    constexpr std::size_t usageColumns = 80;
     Options options;
     const std::string name(programName);
     argparse::ArgumentParser parser(name, name + ' ' + std::string(versionNumber));
@@ -132,6 +133,7 @@ Options optionsOf(int argc, const char* const* argv) {
     parser.add_epilog(
         "Exit status: 0 all is written, 2 written, but something was lost to damage or missing\n"
         "dates, 1 not written. Times are in the file's time system.");
+    parser.set_usage_max_line_width(usageColumns);
     parser.add_argument("log").metavar("LOG").help("the log").store_into(options.logName);
     declareValues(parser, options, fileRows);
     parser.add_argument("--force").help("overwrite files").store_into(options.force);
