@@ -9,6 +9,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 
 #include "companions/standard/support/small_logs.h"
 #include "companions/standard/support/standard_run.h"
@@ -28,9 +29,9 @@ std::string manyEpochs() {
     return testsupport::logOfTimes(times);
 }
 
-// Runs the program in a process of its own, which `prepare` gets ready; the wait status.
+// Starts the program in a process of its own, which `prepare` gets ready.
 template <class Prepare>
-int waitStatusOf(const std::string& log, Prepare prepare) {
+pid_t start(const std::string& log, Prepare prepare) {
     const pid_t child = fork();
     if (child == 0) {
         prepare();
@@ -39,6 +40,10 @@ int waitStatusOf(const std::string& log, Prepare prepare) {
         std::ofstream(log + ".errors") << errors;
         _exit(status);
     }
+    return child;
+}
+
+int waitStatusOf(pid_t child) {
     int status = 0;
     waitpid(child, &status, 0);
     return status;
@@ -47,11 +52,11 @@ int waitStatusOf(const std::string& log, Prepare prepare) {
 TEST(StandardOutside, FullDiskIsAnErrorAndLeavesNothing) {
     const OwnFolder folder;
     testsupport::writeBytes(folder.path() / "site.kvs", manyEpochs());
-    const int status = waitStatusOf(folder.file("site.kvs"), [] {
+    const int status = waitStatusOf(start(folder.file("site.kvs"), [] {
         std::signal(SIGXFSZ, SIG_IGN);  // a limit on the size of a file stands for the disk
         const rlimit limit{100'000, 100'000};
         setrlimit(RLIMIT_FSIZE, &limit);
-    });
+    }));
     EXPECT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 1);
     EXPECT_EQ(folder.names(), (Lines{"site.kvs", "site.kvs.errors"}));
@@ -77,25 +82,40 @@ TEST(StandardOutside, RequestToEndTakesTheHalfFileAway) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         const OwnFolder folder;
         testsupport::writeBytes(folder.path() / "site.kvs", manyEpochs());
-        // The signal is held back until the program listens to it.
-        const int status = waitStatusOf(folder.file("site.kvs"), [signal] {
-            orbconv::standard::noteStopRequests();
-            std::raise(signal);
-        });
+        // A pipe in the file's place: the program cannot come to its end before it is emptied.
+        const std::string part = folder.file("XXXX00XXX_R_20240650000_06H_01S_GO.rnx.part");
+        ASSERT_EQ(mkfifo(part.c_str(), S_IRUSR | S_IWUSR), 0);
+        const pid_t child = start(folder.file("site.kvs"), [] {});
+        std::ifstream pipe(part, std::ios::binary);
+        pipe.get();
+        kill(child, signal);
+        pipe.ignore(std::numeric_limits<std::streamsize>::max());
+        const int status = waitStatusOf(child);
         EXPECT_TRUE(WIFSIGNALED(status));
         EXPECT_EQ(WTERMSIG(status), signal);
         EXPECT_EQ(folder.names(), Lines{"site.kvs"});
     }
 }
 
+TEST(StandardOutside, RequestToEndStopsTheFirstReadingToo) {
+    const OwnFolder folder;
+    testsupport::writeBytes(folder.path() / "site.kvs", testsupport::logOfTimes({0}));
+    const int status = waitStatusOf(start(folder.file("site.kvs"), [] {
+        orbconv::standard::noteStopRequests();
+        std::raise(SIGTERM);
+    }));
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(folder.names(), Lines{"site.kvs"});
+}
+
 TEST(StandardOutside, HangUpThatIsIgnoredStaysIgnored) {
     const OwnFolder folder;
     testsupport::writeBytes(folder.path() / "site.kvs", testsupport::logOfTimes({0}));
-    const int status = waitStatusOf(folder.file("site.kvs"), [] {
+    const int status = waitStatusOf(start(folder.file("site.kvs"), [] {
         std::signal(SIGHUP, SIG_IGN);
         orbconv::standard::noteStopRequests();
         std::raise(SIGHUP);
-    });
+    }));
     EXPECT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 0);
 }
