@@ -50,7 +50,7 @@ constexpr auto lengthRows = std::to_array<ValueRow>({
 
 // Without the blank that guards a minus sign.
 std::string checkedText(const std::string& given, std::size_t width) {
-    const std::string text = given.starts_with(" -") ? given.substr(1) : given;
+    std::string text = given.starts_with(" -") ? given.substr(1) : given;
     if (const auto refusal = refusalOf(text, width)) {
         throw std::runtime_error("'" + text + "' " + *refusal);
     }
