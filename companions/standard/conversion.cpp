@@ -52,7 +52,7 @@ Survey surveyOf(const Options& options, ProgressBar& progress) {
             surveyor.take(reader.damage());
             continue;
         }
-        surveyor.take(reader.message());
+        surveyor.take(reader.message(), reader.habits());
         if (reader.message().row == rowOf("TD")) {
             endIfAsked();
             progress.show(surveyShare * static_cast<double>(reader.position()) / size);

@@ -39,7 +39,7 @@ StretchReader::StretchReader(const std::string& logName, const Stretch& stretch,
     : selection_(selection),
       scale_(scale),
       stretch_(stretch),
-      reader_(openLogAt(logName, stretch.offset)),
+      reader_(openLogAt(logName, stretch.offset), stretch.habits),
       collector_(stretch.carried) {}
 
 bool StretchReader::next() {

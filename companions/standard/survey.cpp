@@ -69,7 +69,7 @@ Surveyor::Surveyor(const Selection& selection, std::optional<reading::LogDate> f
       collector_(reading::CarriedTime{.date = firstDate, .timeOfDayMs = {}}),
       carried_{.date = firstDate, .timeOfDayMs = {}} {}
 
-void Surveyor::take(const reading::Message& message) {
+void Surveyor::take(const reading::Message& message, const reading::LogReader::Habits& habits) {
     ++survey_.messages;
     survey_.site.take(message);
     if (const auto leapSeconds = leapSecondsIn(message)) {
@@ -80,6 +80,7 @@ void Surveyor::take(const reading::Message& message) {
         survey_.lost.hasOpenEpoch = false;
         takeEpoch(collector_.epoch());
         carried_ = collector_.carriedTime();
+        habits_ = habits;
     }
 }
 
@@ -131,7 +132,7 @@ bool Surveyor::continuesStretch(const reading::Epoch& epoch) {
     } else if (survey_.stretches.size() == mostStretches) {
         return false;
     } else {
-        survey_.stretches.push_back({.offset = epoch.offset, .carried = carried_});
+        survey_.stretches.push_back({.offset = epoch.offset, .carried = carried_, .habits = habits_});
     }
     lastTime_ = observations_.time;
     survey_.stretches.back().endOffset = epoch.endOffset;

@@ -52,6 +52,7 @@ struct Stretch {
     std::uint64_t offset = 0;      // of its first epoch in the log
     std::uint64_t endOffset = 0;   // behind its last epoch
     reading::CarriedTime carried;  // what its first epoch takes over
+    reading::LogReader::Habits habits{};
 };
 
 // Each stretch is read beside the others when the file is written.
@@ -87,7 +88,8 @@ public:
     // `firstDate` is that of the first epoch if the log has no date ahead of its end.
     Surveyor(const Selection& selection, std::optional<reading::LogDate> firstDate);
 
-    void take(const reading::Message& message);
+    // The habits are those of the reader that took the message.
+    void take(const reading::Message& message, const reading::LogReader::Habits& habits);
     void take(const reading::Damage& damage);
     // At the end of the log.
     Survey finish();
@@ -100,6 +102,7 @@ private:
     const Selection& selection_;
     reading::EpochCollector collector_;
     reading::CarriedTime carried_;              // by the epoch that is being collected
+    reading::LogReader::Habits habits_{};       // ahead of it
     std::optional<reading::LogTime> lastTime_;  // of the stretch
     EpochObservations observations_;
     Survey survey_;

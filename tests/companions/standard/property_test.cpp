@@ -18,6 +18,7 @@ void expectSoundOrNone(const std::string& log, const char* version) {
     if (run.exitStatus == 1) {
         EXPECT_TRUE(run.files.empty());
         EXPECT_FALSE(run.errors.empty());
+        EXPECT_EQ(run.errors.find("second reading"), std::string::npos) << run.errors;
         return;
     }
     EXPECT_TRUE(run.exitStatus == 0 || run.exitStatus == 2);
@@ -49,6 +50,21 @@ TEST(StandardProperty, DamagedLogGivesASoundFileOrNone) {
         std::string log = RandomLog({.seed = seed, .epochs = 3, .mostOfASystem = 4}).bytes();
         damage(log, random);
         expectSoundOrNone(log, seed % 2 == 0 ? "3.05" : "4.01");
+        if (HasFailure()) {
+            FAIL() << "seed " << seed;
+        }
+    }
+}
+
+TEST(StandardProperty, DamagedPartsOfSeveralLogsGiveASoundFileOrNone) {
+    std::mt19937 random(19700101);
+    for (unsigned seed = 1; seed <= 100; ++seed) {
+        std::string log;
+        for (unsigned part = 0; part < 4; ++part) {
+            log += RandomLog({.seed = 4 * seed + part, .epochs = 3, .mostOfASystem = 3}).bytes();
+            damage(log, random);
+        }
+        expectSoundOrNone(log, "3.05");
         if (HasFailure()) {
             FAIL() << "seed " << seed;
         }
