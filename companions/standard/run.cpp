@@ -66,7 +66,7 @@ int run(int argc, const char* const* argv) {
         noteStopRequests();
         return convert(options);
     } catch (const Stopped&) {
-        endAsRequested();
+        return endAsRequested();
     } catch (const std::exception& error) {
         tell(error.what());
         return exitFailure;

@@ -1,7 +1,6 @@
 #include "standard/stop_request.h"
 
 #include <csignal>
-#include <cstdlib>
 
 namespace orbconv::standard {
 
@@ -31,10 +30,9 @@ int stopRequested() {
     return noted;
 }
 
-void endAsRequested() {
+int endAsRequested() {
     std::signal(noted, SIG_DFL);
-    std::raise(noted);
-    std::abort();
+    return std::raise(noted);
 }
 
 }  // namespace orbconv::standard

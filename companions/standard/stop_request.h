@@ -9,7 +9,7 @@ void noteStopRequests();
 // The signal that was noted; 0 as long as none has come.
 int stopRequested();
 
-// Ends the process as the noted signal would have.
-[[noreturn]] void endAsRequested();
+// Ends the process as the noted signal would have. Returns only if that cannot be, with the reason's number.
+int endAsRequested();
 
 }  // namespace orbconv::standard

@@ -5,7 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -13,7 +12,7 @@
 
 #include "companions/standard/support/small_logs.h"
 #include "companions/standard/support/standard_run.h"
-#include "standard/platform.h"
+#include "standard/epoch_sequence.h"
 #include "standard/stop_request.h"
 
 namespace {
@@ -121,12 +120,13 @@ TEST(StandardOutside, HangUpThatIsIgnoredStaysIgnored) {
 }
 
 TEST(StandardOutside, PipeHasNoSecondReading) {
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe(ends.data()), 0);
-    std::FILE* const file = fdopen(ends[0], "rb");
-    EXPECT_FALSE(orbconv::standard::seekTo(file, 0));
-    std::fclose(file);
-    close(ends[1]);
+    const OwnFolder folder;
+    const std::string name = folder.file("pipe");
+    ASSERT_EQ(mkfifo(name.c_str(), S_IRUSR | S_IWUSR), 0);
+    const std::fstream bothEnds(name);  // so that opening it does not wait for a writer
+    orbconv::standard::Survey survey;
+    survey.stretches.resize(1);
+    EXPECT_THROW(orbconv::standard::EpochSequence(name, survey, {}), std::runtime_error);
 }
 
 TEST(StandardOutside, HelpAndVersionEndWithZero) {

@@ -36,7 +36,7 @@ TEST(StandardFileNames, PeriodHasTheLargestUnitThatMakesItWhole) {
     EXPECT_EQ(periodField(100 * hour), "05D");
     EXPECT_EQ(periodField(365 * day), "01Y");
     EXPECT_EQ(periodField(100 * day), "01Y");
-    EXPECT_EQ(periodField(119 * 365 * day), "99Y");
+    EXPECT_EQ(periodField(std::int64_t{119} * 365 * day), "99Y");
 }
 
 TEST(StandardFileNames, RateHasTheLargestUnitThatMakesItWhole) {

@@ -15,7 +15,7 @@ inline constexpr std::uint16_t present = 0x40;
 inline void addRangeOfGps7(samplelog::LogBuilder& log) {
     log.sx({{samplelog::SystemCode::gps, 7}}).flags(samplelog::Band::c, {present}).rx({0});
 }
-inline const std::string lineOfGps7 = "G07  22484434.350";
+inline constexpr const char* lineOfGps7 = "G07  22484434.350";
 
 // A closed epoch with GPS satellite 7 at a time of day; without RD.
 inline void addEpoch(samplelog::LogBuilder& log, std::uint32_t timeOfDayMs) {
