@@ -297,9 +297,9 @@ TEST(StandardObservations, SystemThatIsNotSelectedIsNeitherThereNorCounted) {
 }
 
 TEST(StandardObservations, ListOfAllPlacesIsTaken) {
-    std::vector<samplelog::Satellite> list;
+    std::vector<samplelog::Satellite> list(180);
     for (int i = 0; i < 180; ++i) {
-        list.push_back({i < 90 ? SystemCode::gps : SystemCode::galileo, 1 + i % 90});
+        list[static_cast<std::size_t>(i)] = {i < 90 ? SystemCode::gps : SystemCode::galileo, 1 + i % 90};
     }
     const std::vector<std::uint16_t> flags(list.size(), present);
     const std::vector<std::int32_t> ranges(list.size(), 0);

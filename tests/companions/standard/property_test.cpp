@@ -78,7 +78,8 @@ TEST(StandardProperty, FlippedBitsOfTheDateGiveASoundFile) {
         std::string log = good.bytes();
         for (const testsupport::PlacedMessage& message : good.messages()) {
             if ((message.id == "RD" || message.id == "~~") && random() % 3 == 0) {
-                log[message.begin + 5 + random() % 4] ^= static_cast<char>(1 << random() % 8);
+                char& byte = log[message.begin + 5 + random() % 4];
+                byte = static_cast<char>(byte ^ (1 << random() % 8));
             }
         }
         expectSoundOrNone(log, "3.05");
