@@ -35,6 +35,12 @@ constexpr std::uint32_t latestTimeOfDayMs = millisecondsPerDay + 999;
 
 }  // namespace
 
+EpochCollector::EpochCollector(const CarriedTime& carried)
+    : date_(carried.date), previousTimeOfDayMs_(carried.timeOfDayMs) {
+    epoch_.timeOfDayMs = carried.timeOfDayMs;
+    epoch_.timeBase = carried.timeBase;
+}
+
 bool EpochCollector::add(const Message& message) {
     if (closed_) {
         begin(message);

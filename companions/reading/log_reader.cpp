@@ -64,6 +64,10 @@ LogReader::LogReader(std::FILE* file) : file_(file), buffer_(bufferBytes) {
     window_ = buffer_.data();
 }
 
+LogReader::LogReader(std::FILE* file, const Habits& habits) : LogReader(file) {
+    habits_ = habits;
+}
+
 LogReader::LogReader(std::span<const std::uint8_t> bytes)
     : window_(bytes.data()), windowBytes_(bytes.size()), atEnd_(true) {}
 

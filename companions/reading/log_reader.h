@@ -49,8 +49,20 @@ enum class LogItem : std::uint8_t { message, damage, end };
 
 class LogReader {
 public:
+    // What the last message of a row was like. Receivers send the same messages in the same order, epoch
+    // after epoch: only one that is unlike the last is looked through for others.
+    struct Habit {
+        std::uint16_t length = 0;
+        std::uint8_t follower = noRow;  // the row behind it
+
+        friend bool operator==(const Habit&, const Habit&) = default;
+    };
+    using Habits = std::array<Habit, messageTable.size()>;
+
     // Reads from an open file and closes it at the end.
     explicit LogReader(std::FILE* file);
+    // Goes on where another reader stood, which had these habits, and takes what that one would have taken.
+    LogReader(std::FILE* file, const Habits& habits);
     // Reads from memory, which must outlive the reader.
     explicit LogReader(std::span<const std::uint8_t> bytes);
 
@@ -63,6 +75,7 @@ public:
 
     // How far the log has been taken, in bytes.
     [[nodiscard]] std::uint64_t position() const { return windowOffset_ + at_; }
+    [[nodiscard]] const Habits& habits() const { return habits_; }
     // Whether the file gave an error instead of its next bytes. What came before is still handed out.
     [[nodiscard]] bool failed() const { return failed_; }
 
@@ -74,14 +87,6 @@ private:
         std::size_t lineEnd = 0;  // bytes
 
         [[nodiscard]] std::size_t bytes() const;
-    };
-    // What the last message of a row was like. Receivers send the same messages in the same order, epoch
-    // after epoch: only one that is unlike the last is looked through for others.
-    struct Habit {
-        std::uint16_t length = 0;
-        std::uint8_t follower = noRow;  // the row behind it
-
-        friend bool operator==(const Habit&, const Habit&) = default;
     };
     struct CloseFile {
         void operator()(std::FILE* file) const { std::fclose(file); }
@@ -114,7 +119,7 @@ private:
     std::size_t at_ = 0;              // the next byte, in the window
     bool atEnd_ = false;              // the window reaches to the end of the log
     bool failed_ = false;
-    std::array<Habit, messageTable.size()> habits_{};
+    Habits habits_{};
     Message message_;
     Damage damage_;
 };

@@ -21,8 +21,8 @@ constexpr BodyField<double> z{16};
 constexpr std::size_t bytes = 24;
 }  // namespace positionBody
 
-// Farther from the Earth's centre than any orbit of these systems.
-constexpr double farthestPosition = 1e8;
+// Metres: farther from the Earth's centre than any orbit of these systems.
+constexpr double farthestPosition = 5e7;
 
 // The text from `offset` on, to the first zero byte or the end.
 std::string_view textOf(const Message& message, std::size_t offset) {
