@@ -23,7 +23,7 @@ struct NavigationKindRow {
     NavigationContent content{};
     bool namesSatellite = false;  // the body's first byte is the satellite's number
     std::uint8_t flags = 0;       // any of these bits of the flag byte; 0: whatever it is
-    std::uint8_t flagOffset = 0;  // of the flag byte; 0: none. A body that ends ahead of it has the first kind
+    std::uint8_t flagOffset = 0;  // of the flag byte; 0: none. A GE that ends ahead of it is LNAV
     std::uint8_t leastNumber = 0;
     std::uint8_t mostNumber = 255;
 };
