@@ -9,8 +9,6 @@ namespace {
 constexpr PerConstellation<std::string_view> constellationNames = {
     "GPS", "GLONASS", "Galileo", "QZSS", "BeiDou", "NavIC", "SBAS", "GLONASS CDMA"};
 
-constexpr std::array<std::string_view, bandCount> bandNames = {"c", "1", "2", "3", "5", "l"};
-
 // The strength whose place in the order is `place`, from 0.
 double strengthAt(const SignalSummary& signal, std::uint64_t place) {
     std::size_t value = 0;

@@ -98,6 +98,9 @@ struct StrengthRange {
 // Nothing for a signal without any strength. The median of an even number is the mean of the two middle ones.
 std::optional<StrengthRange> strengthRange(const SignalSummary& signal);
 
+// The bands' names in the ids of the log: "c", "1", "2", "3", "5", "l".
+inline constexpr std::array<std::string_view, bandCount> bandNames = {"c", "1", "2", "3", "5", "l"};
+
 // "GPS 1C", or "QZSS band c" where the signal has no code.
 std::string signalText(Constellation constellation, std::size_t band);
 
@@ -121,6 +124,7 @@ struct Finding {
     std::uint64_t count = 0;   // of what `counted` names
     std::string_view counted;  // "epochs", "satellites", "messages", ...
     std::string example;       // where it shows for the first time
+    bool everySuch = false;    // any log with such satellites or messages sets it off, whatever their content
 };
 
 // ---- timeline, for the pictures ----

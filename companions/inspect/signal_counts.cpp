@@ -45,7 +45,7 @@ void SignalCounts::addList(const reading::Epoch& epoch) {
     }
     for (std::size_t i = 0; i < constellationCount; ++i) {
         systems_[i].listings += here[i];
-        systems_[i].epochs += here[i] > 0 ? 1 : 0;
+        systems_[i].epochs += here[i] > 0 ? 1U : 0U;
         systems_[i].most = std::max(systems_[i].most, here[i]);
     }
 }

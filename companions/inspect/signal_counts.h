@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "inspect/log_summary.h"
+#include "log/message_lookup.h"
 #include "reading/epoch.h"
 
 namespace orbconv::inspect {
@@ -33,11 +34,11 @@ struct SignalSighting {
 // signal is present.
 template <class Take>
 void forSignals(const reading::Epoch& epoch, std::size_t band, Take&& take) {
-    const auto flags = epoch.bytes(orbconv::rowOf(bandMessages[band].flag));
+    const auto flags = epoch.bytes(findRowQuickly(bandMessages[band].flag));
     if (flags.empty()) {
         return;
     }
-    const auto strengths = epoch.bytes(orbconv::rowOf(bandMessages[band].strength));
+    const auto strengths = epoch.bytes(findRowQuickly(bandMessages[band].strength));
     const auto satellites = epoch.satellites();
     const std::size_t count = std::min(satellites.size(), flags.size() / 2);
     for (std::size_t i = 0; i < count; ++i) {
