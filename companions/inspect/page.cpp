@@ -1,13 +1,104 @@
 #include "inspect/page.h"
 
+#include <algorithm>
 #include <ostream>
+
+#include "inspect/page_markup.h"
+#include "inspect/page_numbers.h"
+#include "inspect/page_pictures.h"
+#include "inspect/page_style.h"
+#include "run/run_options.h"
 
 namespace orbconv::inspect {
 
-// The pictures are still to be written: until then the page says so, and names the logs.
+namespace {
+
+// A run takes some ten bytes, and the page must stay below 2 MB: this many for all logs together leave half of
+// it to everything else.
+constexpr std::size_t mostRuns = 100'000;
+
+void addHead(Markup& page, std::span<const LogSummary> logs) {
+    page.raw("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+             "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
+             "<meta name=\"generator\" content=\"orbconv-inspect ");
+    page.text(programVersion).raw("\">\n<title>");
+    if (logs.size() == 1) {
+        page.shortText(logs.front().file);
+    } else {
+        page.text(counted(logs.size(), "log", "logs"));
+    }
+    page.raw(" \u2013 orbconv-inspect</title>\n<style>");
+    addStyle(page);
+    page.raw("</style>\n</head>\n<body>\n<header>\n<h1>orbconv-inspect</h1>\n");
+    if (logs.size() > 1) {
+        page.raw("<nav aria-label=\"Logs\"><ul>");
+        for (std::size_t i = 0; i < logs.size(); ++i) {
+            page.raw("<li><a href=\"#log-").number(i + 1).raw("\">").text(logs[i].file).raw("</a></li>");
+        }
+        page.raw("</ul></nav>\n");
+    }
+    page.raw("</header>\n<main>\n");
+}
+
+// What the pictures show and what they leave out.
+void addExplanation(Markup& page, const LogPicture& picture, std::size_t fold) {
+    const Timeline& timeline = picture.timeline;
+    const auto bins = static_cast<std::int64_t>(std::min(fold, timeline.bins));
+    page.raw("<p class=\"faint\">From ").text(timeText(timeline.start, picture.log.dated)).raw(" on, in steps of ");
+    page.text(durationText(timeline.binWidth * bins)).raw(".");
+    if (timeline.epochsLeftOut > 0) {
+        page.raw(" ").text(counted(timeline.epochsLeftOut, "epoch", "epochs"));
+        page.raw(" without a time, or with one out of order or far ahead, not shown.");
+    }
+    page.raw("</p>\n");
+}
+
+void addPictures(Markup& page, const LogSummary& log, std::size_t number, std::size_t runs) {
+    page.raw("<h3>Satellites and their signals</h3>\n");
+    if (!log.timeline || log.timeline->bins == 0) {
+        page.raw("<p>No picture: no epoch of the log has a time.</p>\n");
+        return;
+    }
+    const Timeline& timeline = *log.timeline;
+    const std::size_t fold = foldFor(timeline, log.interval, runs);
+    const LogPicture picture{.log = log,
+                             .timeline = timeline,
+                             .columns = makeColumns(timeline, log.interval, fold),
+                             .ticks = ticksOf(timeline, log.dated),
+                             .number = number};
+    addSharedParts(page, picture);
+    addExplanation(page, picture, fold);
+    addTimeline(page, picture);
+    page.raw("<h3>Number of satellites</h3>\n");
+    addSatelliteChart(page, picture);
+    if (!timeline.signals.empty()) {
+        page.raw("<h3>Carrier-to-noise density</h3>\n<p class=\"faint\">Mean of all satellites, in dB-Hz.</p>\n");
+        addStrengthCharts(page, picture);
+    }
+}
+
+void addLog(Markup& page, const LogSummary& log, std::size_t number, std::size_t runs) {
+    page.raw("<section id=\"log-").number(number).raw("\">\n<h2>").text(log.file).raw("</h2>\n");
+    addNumbers(page, log);
+    addTables(page, log);
+    addPictures(page, log, number, runs);
+    addFindings(page, log);
+    addMessages(page, log);
+    page.raw("</section>\n");
+}
+
+}  // namespace
+
 void writePage(std::ostream& out, std::span<const LogSummary> logs) {
-    out << "<!DOCTYPE html>\n<html lang=\"en\"><title>orbconv-inspect</title>\n<p>This version draws no pictures; "
-        << logs.size() << " logs were read.\n";
+    Markup head;
+    addHead(head, logs);
+    out << head.str();
+    for (std::size_t i = 0; i < logs.size(); ++i) {
+        Markup log;
+        addLog(log, logs[i], i + 1, mostRuns / logs.size());
+        out << log.str();
+    }
+    out << "</main>\n</body>\n</html>\n";
 }
 
 }  // namespace orbconv::inspect

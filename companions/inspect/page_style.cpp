@@ -55,6 +55,7 @@ code{font-family:ui-monospace,monospace;font-size:.95em;white-space:pre}
 .chart .scale{grid-column:1}
 .chart .plot,.chart .axis{grid-column:2}
 svg{display:block}
+.parts{position:absolute}
 .plot,.axis,.scale{width:100%}
 svg text{font-size:11px;fill:var(--faint);font-variant-numeric:tabular-nums}
 .plot{background:var(--card)}
@@ -78,7 +79,7 @@ svg text{font-size:11px;fill:var(--faint);font-variant-numeric:tabular-nums}
 .data.stack thead{display:none}.data.stack tr{display:block;border-bottom:1px solid var(--line);padding:.35rem 0}
 .data.stack td,.data.stack th{display:inline;border:0;padding:0 .4rem 0 0}.data.stack .w{display:block}}
 @media print{body{padding:0;max-width:none;font-size:10pt;print-color-adjust:exact;-webkit-print-color-adjust:exact}
-nav{display:none}section{break-before:page}section:first-of-type{break-before:auto}h3{break-after:avoid}.scroll{overflow:visible}}
+nav{display:none}section{break-before:page}section:first-of-type{break-before:auto}h3{break-after:avoid}.scroll{overflow:visible}:root{color-scheme:light}}
 )";
 
 // Colours that the style takes by their variables: lanes, areas and lines.
