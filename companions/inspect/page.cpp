@@ -13,9 +13,13 @@ namespace orbconv::inspect {
 
 namespace {
 
-// A run takes some ten bytes, and the page must stay below 2 MB: this many for all logs together leave half of
-// it to everything else.
-constexpr std::size_t mostRuns = 100'000;
+// The page has less than 2 MB unless the tables of its logs alone have more.
+constexpr std::size_t mostBytes = 1'900'000;
+
+// A path's last part.
+std::string_view nameOf(std::string_view path) {
+    return path.substr(path.find_last_of("/\\") + 1);
+}
 
 void addHead(Markup& page, std::span<const LogSummary> logs) {
     page.raw("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
@@ -23,7 +27,7 @@ void addHead(Markup& page, std::span<const LogSummary> logs) {
              "<meta name=\"generator\" content=\"orbconv-inspect ");
     page.text(programVersion).raw("\">\n<title>");
     if (logs.size() == 1) {
-        page.shortText(logs.front().file);
+        page.shortText(nameOf(logs.front().file));
     } else {
         page.text(counted(logs.size(), "log", "logs"));
     }
@@ -53,14 +57,13 @@ void addExplanation(Markup& page, const LogPicture& picture, std::size_t fold) {
     page.raw("</p>\n");
 }
 
-void addPictures(Markup& page, const LogSummary& log, std::size_t number, std::size_t runs) {
+void addPictures(Markup& page, const LogSummary& log, std::size_t number, std::size_t fold) {
     page.raw("<h3>Satellites and their signals</h3>\n");
     if (!log.timeline || log.timeline->bins == 0) {
         page.raw("<p>No picture: no epoch of the log has a time.</p>\n");
         return;
     }
     const Timeline& timeline = *log.timeline;
-    const std::size_t fold = foldFor(timeline, log.interval, runs);
     const LogPicture picture{.log = log,
                              .timeline = timeline,
                              .columns = makeColumns(timeline, log.interval, fold),
@@ -77,14 +80,27 @@ void addPictures(Markup& page, const LogSummary& log, std::size_t number, std::s
     }
 }
 
-void addLog(Markup& page, const LogSummary& log, std::size_t number, std::size_t runs) {
-    page.raw("<section id=\"log-").number(number).raw("\">\n<h2>").text(log.file).raw("</h2>\n");
+void addLog(Markup& page, const LogSummary& log, std::size_t number, std::size_t fold) {
+    page.raw("<section id=\"log-").number(number).raw("\">\n<h2>").text(nameOf(log.file)).raw("</h2>\n");
+    page.raw("<p class=\"faint path\">").text(log.file).raw("</p>\n");
     addNumbers(page, log);
     addTables(page, log);
-    addPictures(page, log, number, runs);
+    addPictures(page, log, number, fold);
     addFindings(page, log);
     addMessages(page, log);
     page.raw("</section>\n");
+}
+
+// A log's part of the page, drawn the coarser, the more it would be above `most` bytes.
+Markup logWithin(const LogSummary& log, std::size_t number, std::size_t most) {
+    const std::size_t bins = log.timeline ? log.timeline->bins : 0;
+    for (std::size_t fold = 1;; fold *= 2) {
+        Markup page;
+        addLog(page, log, number, fold);
+        if (page.bytes() <= most || fold >= bins) {
+            return page;
+        }
+    }
 }
 
 }  // namespace
@@ -93,10 +109,11 @@ void writePage(std::ostream& out, std::span<const LogSummary> logs) {
     Markup head;
     addHead(head, logs);
     out << head.str();
+    std::size_t left = mostBytes - std::min(mostBytes, head.bytes());
     for (std::size_t i = 0; i < logs.size(); ++i) {
-        Markup log;
-        addLog(log, logs[i], i + 1, mostRuns / logs.size());
+        const Markup log = logWithin(logs[i], i + 1, left / (logs.size() - i));
         out << log.str();
+        left -= std::min(left, log.bytes());
     }
     out << "</main>\n</body>\n</html>\n";
 }

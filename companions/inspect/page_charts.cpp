@@ -111,9 +111,9 @@ std::vector<Layer> layersOf(const LogPicture& picture) {
 }
 
 void addLayer(Markup& page, const LogPicture& picture, const Scale& scale, const Layer& layer) {
-    std::vector<std::int64_t> heights;
-    for (const double top : layer.tops) {
-        heights.push_back(heightOf(scale, top));
+    std::vector<std::optional<std::int64_t>> heights;
+    for (std::size_t i = 0; i < layer.tops.size(); ++i) {
+        heights.push_back(picture.columns[i].gap ? std::nullopt : std::optional(heightOf(scale, layer.tops[i])));
     }
     page.raw("<path class=\"area fill-").text(systemColours[layer.system].name).raw("\" d=\"");
     page.text(areaPath(picture.columns, heights, heightOf(scale, std::int64_t{0}))).raw("\"/>");

@@ -34,7 +34,7 @@ constexpr auto tickSteps = std::to_array<std::int64_t>({
     100 * day, 200 * day, 500 * day,  1000 * day,  2000 * day,  5000 * day,
 });
 // clang-format on
-constexpr std::int64_t mostTicks = 7;
+constexpr std::int64_t mostTicks = 9;
 
 std::string tickText(LogTime time, std::int64_t step, bool dated) {
     const std::string iso = reading::isoText(time);
@@ -93,10 +93,11 @@ std::vector<Column> makeColumns(const Timeline& timeline, std::optional<Millisec
 }
 
 std::vector<Run> runsOf(const Timeline& timeline, std::span<const Column> columns,
-                        const std::vector<std::uint32_t>& present, Presence presence) {
+                        const std::vector<std::uint32_t>& present, Presence least, Presence most) {
     std::vector<Run> runs;
     for (const Column& column : columns) {
-        if (presenceIn(timeline, column, present) != presence) {
+        const Presence here = presenceIn(timeline, column, present);
+        if (here < least || here > most) {
             continue;
         }
         if (!runs.empty() && runs.back().end == column.first) {
@@ -106,24 +107,6 @@ std::vector<Run> runsOf(const Timeline& timeline, std::span<const Column> column
         }
     }
     return runs;
-}
-
-std::size_t foldFor(const Timeline& timeline, std::optional<Milliseconds> interval, std::size_t mostRuns) {
-    std::size_t fold = 1;
-    for (; fold < timeline.bins; fold *= 2) {
-        const std::vector<Column> columns = makeColumns(timeline, interval, fold);
-        std::size_t runs = 0;
-        for (const SatelliteTrack& track : timeline.tracks) {
-            for (const auto& present : track.present) {
-                runs += runsOf(timeline, columns, present, Presence::always).size() +
-                        runsOf(timeline, columns, present, Presence::sometimes).size();
-            }
-        }
-        if (runs <= mostRuns) {
-            break;
-        }
-    }
-    return fold;
 }
 
 std::vector<Tick> ticksOf(const Timeline& timeline, bool dated) {
@@ -156,7 +139,8 @@ std::string runsPath(std::span<const Run> runs, std::int64_t y) {
     return path;
 }
 
-std::string stairsPath(std::span<const Column> columns, std::span<const std::optional<std::int64_t>> heights) {
+std::string stairsPath(std::span<const Column> columns,
+                       std::span<const std::optional<std::int64_t>> heights) {
     std::string path;
     std::optional<std::int64_t> last;
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -174,21 +158,23 @@ std::string stairsPath(std::span<const Column> columns, std::span<const std::opt
     return path;
 }
 
-std::string areaPath(std::span<const Column> columns, std::span<const std::int64_t> heights, std::int64_t base) {
+std::string areaPath(std::span<const Column> columns, std::span<const std::optional<std::int64_t>> heights,
+                     std::int64_t base) {
     std::string path;
-    std::int64_t last = base;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (path.empty()) {
-            append(path, 'M', signedOf(columns[i].first), base);
+    for (std::size_t first = 0; first < columns.size();) {
+        std::size_t end = first;
+        while (end < columns.size() && heights[end]) {
+            ++end;
         }
-        if (heights[i] != last) {
-            append(path, 'V', heights[i]);
+        if (end > first) {
+            path += stairsPath(columns.subspan(first, end - first), heights.subspan(first, end - first));
+            append(path, 'V', base);
+            append(path, 'H', signedOf(columns[first].first));
+            path += 'z';
         }
-        append(path, 'H', signedOf(columns[i].end));
-        last = heights[i];
+        first = end + 1;
     }
-    append(path, 'V', base);
-    return path + "z";
+    return path;
 }
 
 }  // namespace orbconv::inspect

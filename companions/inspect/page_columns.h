@@ -41,33 +41,31 @@ std::uint64_t sumOver(const std::vector<Number>& bins, const Column& column) {
 // In how many of a column's epochs something is there.
 enum class Presence : std::uint8_t { never, sometimes, always };
 
-// Columns side by side with the same presence, in bins.
+// Columns side by side, in bins.
 struct Run {
     std::size_t first = 0;
     std::size_t end = 0;
 
     friend bool operator==(const Run&, const Run&) = default;
 };
+// The runs of columns that have no less than `least` and no more than `most`.
 std::vector<Run> runsOf(const Timeline& timeline, std::span<const Column> columns,
-                        const std::vector<std::uint32_t>& present, Presence presence);
-
-// The smallest fold with which all rows of satellites have at most `mostRuns` runs; that of one column at the
-// most.
-std::size_t foldFor(const Timeline& timeline, std::optional<Milliseconds> interval, std::size_t mostRuns);
+                        const std::vector<std::uint32_t>& present, Presence least, Presence most);
 
 // A time written at the axis.
 struct Tick {
     double share = 0;  // of the picture's width
     std::string text;
 };
-// At most seven, at round times. The date stands instead of 00:00 in a log that has one.
+// At most nine, at round times. The date stands instead of 00:00 in a log that has one.
 std::vector<Tick> ticksOf(const Timeline& timeline, bool dated);
 
 // Path data, each in whole units. A horizontal line at `y` over each run.
 std::string runsPath(std::span<const Run> runs, std::int64_t y);
 // Stairs over the columns: one height each, nothing where the line breaks.
 std::string stairsPath(std::span<const Column> columns, std::span<const std::optional<std::int64_t>> heights);
-// The area between such stairs and `base`.
-std::string areaPath(std::span<const Column> columns, std::span<const std::int64_t> heights, std::int64_t base);
+// The areas between such stairs and `base`.
+std::string areaPath(std::span<const Column> columns, std::span<const std::optional<std::int64_t>> heights,
+                     std::int64_t base);
 
 }  // namespace orbconv::inspect

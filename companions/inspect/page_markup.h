@@ -43,6 +43,7 @@ public:
     }
 
     [[nodiscard]] const std::string& str() const { return out_; }
+    [[nodiscard]] std::size_t bytes() const { return out_.size(); }
 
 private:
     std::string out_;

@@ -12,8 +12,8 @@ namespace {
 constexpr std::size_t mostPlaces = 10;   // gaps and places of damage
 constexpr std::size_t mostMessages = 100;  // a log has some sixty ids
 
-void addState(Markup& page, bool isGood, const std::string& text) {
-    page.raw(isGood ? Literal("<li class=\"good\">") : Literal("<li class=\"bad\">")).text(text).raw("</li>");
+void addState(Markup& page, Literal kind, const std::string& text) {
+    page.raw("<li class=\"").raw(kind).raw("\">").text(text).raw("</li>");
 }
 
 void addNumber(Markup& page, std::string_view name, std::string_view value) {
@@ -55,7 +55,7 @@ void addIdentity(Markup& page, const reading::SiteIdentity& identity) {
         const auto& [x, y, z] = *identity.position;
         position = decimal(x, 4) + " " + decimal(y, 4) + " " + decimal(z, 4);
     }
-    addNumber(page, "Position x y z (m)", position);
+    page.raw("<div class=\"wide\"><dt>Position x y z (m)</dt><dd>").text(position).raw("</dd></div>\n");
 }
 
 std::vector<TableRow> constellationRows(const LogSummary& log) {
@@ -125,8 +125,8 @@ constexpr auto constellationColumns = std::to_array<TableColumn>(
 constexpr auto signalColumns = std::to_array<TableColumn>({{"Signal", words},
                                                            {"Satellites", number},
                                                            {"Epochs", number},
-                                                           {"Median", number},
-                                                           {"C/N0, dB-Hz", number}});
+                                                           {"Median C/N0", number},
+                                                           {"Range, dB-Hz", number}});
 constexpr auto navigationColumns =
     std::to_array<TableColumn>({{"Kind", words}, {"Messages", number}, {"Satellites", number}});
 constexpr auto gapColumns = std::to_array<TableColumn>({{"From", words}, {"To", words}, {"Length", number}});
@@ -134,7 +134,7 @@ constexpr auto damageColumns = std::to_array<TableColumn>({{"Offset", number}, {
 constexpr auto messageColumns =
     std::to_array<TableColumn>({{"Id", CellKind::code}, {"What it is", words}, {"Count", number}, {"Bytes", number}});
 constexpr auto findingColumns = std::to_array<TableColumn>(
-    {{"Code", words}, {"Count", number}, {"What orbconv does", words}, {"First", words}});
+    {{"Code", words}, {"Count", words}, {"What orbconv does", words}, {"First", words}});
 
 // "the first 10 of 27", or nothing where all are shown.
 std::string firstOf(std::size_t shown, std::uint64_t all) {
@@ -146,10 +146,15 @@ std::string cut(std::string text) {
     return text.size() > most ? text.substr(0, most) + "\u2026" : text;
 }
 
+// "3 epochs"; of one, the name without its s.
+std::string countText(const Finding& finding) {
+    return counted(finding.count, finding.counted.substr(0, finding.counted.size() - 1), finding.counted);
+}
+
 void addFindingRows(std::vector<TableRow>& rows, const LogSummary& log, bool everySuch) {
     for (const Finding& finding : log.findings) {
         if (finding.everySuch == everySuch) {
-            rows.push_back({.cells = {std::string(finding.code), grouped(finding.count).append(" ").append(finding.counted),
+            rows.push_back({.cells = {std::string(finding.code), countText(finding),
                                       std::string(finding.title), cut(finding.example)},
                             .faint = everySuch});
         }
@@ -160,14 +165,21 @@ void addFindingRows(std::vector<TableRow>& rows, const LogSummary& log, bool eve
 
 void addNumbers(Markup& page, const LogSummary& log) {
     page.raw("<ul class=\"state\">");
-    addState(page, log.damageCount == 0,
-             log.damageCount == 0 ? "no damage"
-                                  : counted(log.damageCount, "place of damage, ", "places of damage, ") +
-                                        counted(log.damageBytes, "byte", "bytes"));
-    addState(page, log.gapCount == 0, log.gapCount == 0 ? "no gap" : counted(log.gapCount, "gap", "gaps"));
+    if (log.damageCount == 0) {
+        addState(page, "good", "no damage");
+    } else {
+        addState(page, "bad",
+                 counted(log.damageCount, "place of damage, ", "places of damage, ") +
+                     counted(log.damageBytes, "byte", "bytes"));
+    }
+    if (log.gapCount == 0) {
+        addState(page, "good", "no gap");
+    } else {
+        addState(page, "bad", counted(log.gapCount, "gap, ", "gaps, ") + counted(log.missingEpochs, "epoch", "epochs") + " missing");
+    }
     const auto own = static_cast<std::uint64_t>(
         std::ranges::count_if(log.findings, [](const Finding& finding) { return !finding.everySuch; }));
-    addState(page, own == 0, own == 0 ? "no finding" : counted(own, "finding", "findings"));
+    addState(page, "plain", counted(own, "finding", "findings"));
     page.raw("</ul>\n");
     for (const std::string& note : log.notes) {
         page.raw("<p>").text(note).raw("</p>\n");

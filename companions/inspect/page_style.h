@@ -53,7 +53,6 @@ inline constexpr auto pageColours = std::to_array<ColourRow>({
     {"gap",     "#B4BAC0", "#50575F"},
     {"good",    "#00694D", "#3CC79C"},
     {"bad",     "#A84300", "#FF8A3D"},
-    {"damage",  "#D55E00", "#FF8A3D"},
 });
 // clang-format on
 static_assert(signalColours.size() == bandCount);

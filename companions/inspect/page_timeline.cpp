@@ -73,7 +73,7 @@ void addRuns(Markup& page, const std::string& path, Literal kind, std::size_t ba
 void addLane(Markup& page, const LogPicture& picture, const std::vector<std::uint32_t>& present, std::size_t band,
              std::size_t middle) {
     const auto pathOf = [&](Presence presence) {
-        return runsPath(runsOf(picture.timeline, picture.columns, present, presence),
+        return runsPath(runsOf(picture.timeline, picture.columns, present, presence, presence),
                         static_cast<std::int64_t>(middle));
     };
     addRuns(page, pathOf(Presence::always), "", band);
@@ -81,10 +81,8 @@ void addLane(Markup& page, const LogPicture& picture, const std::vector<std::uin
 }
 
 void addListed(Markup& page, const LogPicture& picture, const SatelliteTrack& track, std::size_t height) {
-    std::vector<Run> runs = runsOf(picture.timeline, picture.columns, track.listed, Presence::always);
-    const auto some = runsOf(picture.timeline, picture.columns, track.listed, Presence::sometimes);
-    runs.insert(runs.end(), some.begin(), some.end());
-    std::ranges::sort(runs, {}, &Run::first);
+    const std::vector<Run> runs =
+        runsOf(picture.timeline, picture.columns, track.listed, Presence::sometimes, Presence::always);
     page.raw("<path class=\"listed\" stroke-width=\"").number(height).raw("\" d=\"");
     page.text(runsPath(runs, static_cast<std::int64_t>(height / 2))).raw("\"/>");
 }
