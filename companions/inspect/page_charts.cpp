@@ -22,15 +22,15 @@ struct Scale {
     std::int64_t step = 1;
 };
 
-// Wide enough for both values, with five lines at most.
-Scale scaleFor(double least, double most) {
+// Wide enough for both values, with five lines at most, no two closer than `leastStep`.
+Scale scaleFor(double least, double most, std::int64_t leastStep) {
     Scale scale;
     for (const std::int64_t step : {1, 2, 5, 10, 20, 50, 100}) {
         const auto size = static_cast<double>(step);
         scale = {.least = static_cast<std::int64_t>(std::floor(least / size)) * step,
                  .most = static_cast<std::int64_t>(std::ceil(most / size)) * step,
                  .step = step};
-        if (scale.most - scale.least <= 4 * step) {
+        if (step >= leastStep && scale.most - scale.least <= 4 * step) {
             break;
         }
     }
@@ -177,7 +177,7 @@ Scale scaleOf(std::span<const Curve> curves) {
             most = std::max(most, mean.value_or(most));
         }
     }
-    return scaleFor(std::min(least, most), most);
+    return scaleFor(std::min(least, most), most, 5);
 }
 
 void addCurve(Markup& page, const LogPicture& picture, const Scale& scale, const Curve& curve) {
@@ -222,7 +222,7 @@ void addStrengthChart(Markup& page, const LogPicture& picture, const Scale& scal
 void addSatelliteChart(Markup& page, const LogPicture& picture) {
     const std::vector<Layer> layers = layersOf(picture);
     const double most = layers.empty() ? 0.0 : *std::ranges::max_element(layers.back().tops);
-    const Scale scale = scaleFor(0.0, most);
+    const Scale scale = scaleFor(0.0, most, 1);
     const std::string words = countsInWords(picture.timeline);
     page.raw("<figure class=\"chart\"><figcaption>");
     addSystemKey(page, layers);

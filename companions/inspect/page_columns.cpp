@@ -92,9 +92,9 @@ std::vector<Column> makeColumns(const Timeline& timeline, std::optional<Millisec
     return columns;
 }
 
-std::vector<Run> runsOf(const Timeline& timeline, std::span<const Column> columns,
+std::vector<ColumnRun> runsOf(const Timeline& timeline, std::span<const Column> columns,
                         const std::vector<std::uint32_t>& present, Presence least, Presence most) {
-    std::vector<Run> runs;
+    std::vector<ColumnRun> runs;
     for (const Column& column : columns) {
         const Presence here = presenceIn(timeline, column, present);
         if (here < least || here > most) {
@@ -123,10 +123,10 @@ std::vector<Tick> ticksOf(const Timeline& timeline, bool dated) {
     return ticks;
 }
 
-std::string runsPath(std::span<const Run> runs, std::int64_t y) {
+std::string runsPath(std::span<const ColumnRun> runs, std::int64_t y) {
     std::string path;
     std::int64_t at = 0;
-    for (const Run& run : runs) {
+    for (const ColumnRun& run : runs) {
         const std::int64_t first = signedOf(run.first);
         if (path.empty()) {
             append(path, 'M', first, y);

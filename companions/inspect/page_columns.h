@@ -42,14 +42,14 @@ std::uint64_t sumOver(const std::vector<Number>& bins, const Column& column) {
 enum class Presence : std::uint8_t { never, sometimes, always };
 
 // Columns side by side, in bins.
-struct Run {
+struct ColumnRun {
     std::size_t first = 0;
     std::size_t end = 0;
 
-    friend bool operator==(const Run&, const Run&) = default;
+    friend bool operator==(const ColumnRun&, const ColumnRun&) = default;
 };
 // The runs of columns that have no less than `least` and no more than `most`.
-std::vector<Run> runsOf(const Timeline& timeline, std::span<const Column> columns,
+std::vector<ColumnRun> runsOf(const Timeline& timeline, std::span<const Column> columns,
                         const std::vector<std::uint32_t>& present, Presence least, Presence most);
 
 // A time written at the axis.
@@ -61,7 +61,7 @@ struct Tick {
 std::vector<Tick> ticksOf(const Timeline& timeline, bool dated);
 
 // Path data, each in whole units. A horizontal line at `y` over each run.
-std::string runsPath(std::span<const Run> runs, std::int64_t y);
+std::string runsPath(std::span<const ColumnRun> runs, std::int64_t y);
 // Stairs over the columns: one height each, nothing where the line breaks.
 std::string stairsPath(std::span<const Column> columns, std::span<const std::optional<std::int64_t>> heights);
 // The areas between such stairs and `base`.

@@ -81,7 +81,7 @@ void addLane(Markup& page, const LogPicture& picture, const std::vector<std::uin
 }
 
 void addListed(Markup& page, const LogPicture& picture, const SatelliteTrack& track, std::size_t height) {
-    const std::vector<Run> runs =
+    const std::vector<ColumnRun> runs =
         runsOf(picture.timeline, picture.columns, track.listed, Presence::sometimes, Presence::always);
     page.raw("<path class=\"listed\" stroke-width=\"").number(height).raw("\" d=\"");
     page.text(runsPath(runs, static_cast<std::int64_t>(height / 2))).raw("\"/>");

@@ -260,6 +260,12 @@ TEST(PageTest, Findings_OfEverySuchLogStandBehindTheOthers) {
     EXPECT_LT(table.find("O13"), table.find("O28"));
 }
 
+NavigationKind kindOf(MessageId id, std::string_view name) {
+    const auto row = std::ranges::find_if(
+        navigationKinds, [&](const NavigationKindRow& each) { return each.id == id && each.name == name; });
+    return static_cast<NavigationKind>(row - navigationKinds.begin());
+}
+
 TEST(PageTest, Tables_TellEverySignalAndKind) {
     LogSummary log = tinyLog();
     log.constellations = {{.constellation = Constellation::gps,
@@ -268,14 +274,18 @@ TEST(PageTest, Tables_TellEverySignalAndKind) {
                            .epochs = 6,
                            .mostInOneEpoch = 1}};
     log.signals.resize(2);
-    log.signals[0] = {
-        .constellation = Constellation::gps, .band = bands::c, .satelliteCount = 1, .epochs = 2};
+    for (SignalSummary& signal : log.signals) {
+        signal.constellation = Constellation::gps;
+        signal.satelliteCount = 1;
+    }
+    log.signals[0].band = bands::c;
+    log.signals[0].epochs = 2;
     log.signals[0].strengths[160] = 2;  // 40 dB-Hz
     log.signals[0].strengths[182] = 1;  // 45.5 dB-Hz
-    log.signals[1] = {
-        .constellation = Constellation::gps, .band = bands::l, .satelliteCount = 1, .epochs = 6};
-    log.navigation = {{.kind = 1, .messages = 1500}, {.kind = 24, .messages = 2}};
-    log.navigation[0].satellites.set(7);
+    log.signals[1].band = bands::l;
+    log.signals[1].epochs = 6;
+    log.navigation = {{.kind = kindOf("GE", "LNAV"), .messages = 1500, .satellites = 1U << 7},
+                      {.kind = kindOf("IO", "ionosphere"), .messages = 2, .satellites = {}}};
     log.unknownSystems = 2;
     log.messagesById.assign(101, {.id = "TD", .known = true, .count = 1000, .bytes = 11000});
     const std::string page = pageOf(log);
