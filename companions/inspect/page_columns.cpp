@@ -34,7 +34,11 @@ constexpr auto tickSteps = std::to_array<std::int64_t>({
     100 * day, 200 * day, 500 * day,  1000 * day,  2000 * day,  5000 * day,
 });
 // clang-format on
-constexpr std::int64_t mostTicks = 9;
+
+// A text with seconds or a year takes more room.
+constexpr std::int64_t mostTicks(std::int64_t step) {
+    return step < minute || step >= 100 * day ? 6 : 9;
+}
 
 std::string tickText(LogTime time, std::int64_t step, bool dated) {
     const std::string iso = reading::isoText(time);
@@ -112,7 +116,7 @@ std::vector<ColumnRun> runsOf(const Timeline& timeline, std::span<const Column> 
 std::vector<Tick> ticksOf(const Timeline& timeline, bool dated) {
     const std::int64_t start = timeline.start.time_since_epoch().count();
     const std::int64_t width = timeline.binWidth.count() * signedOf(timeline.bins);
-    const auto fits = [&](std::int64_t step) { return width / step < mostTicks; };
+    const auto fits = [&](std::int64_t step) { return width / step < mostTicks(step); };
     const auto found = std::ranges::find_if(tickSteps, fits);
     const std::int64_t step = found == tickSteps.end() ? tickSteps.back() : *found;
     std::vector<Tick> ticks;

@@ -57,7 +57,7 @@ struct Tick {
     double share = 0;  // of the picture's width
     std::string text;
 };
-// At most nine, at round times. The date stands instead of 00:00 in a log that has one.
+// At most nine (of centuries more), at round times. The date stands instead of 00:00 in a log that has one.
 std::vector<Tick> ticksOf(const Timeline& timeline, bool dated);
 
 // Path data, each in whole units. A horizontal line at `y` over each run.
