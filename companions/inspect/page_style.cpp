@@ -35,8 +35,9 @@ table{border-collapse:collapse;width:100%}
 caption{text-align:left;color:var(--faint);padding-bottom:.3rem}
 .data{font-size:.87rem}
 .data th,.data td{text-align:left;vertical-align:top;padding:.22rem .5rem .22rem 0;border-bottom:1px solid var(--line)}
-.data thead th{color:var(--faint);font-weight:500}
+.data thead th{color:var(--faint);font-weight:500;vertical-align:bottom}
 .data .n{text-align:right;white-space:nowrap;font-variant-numeric:tabular-nums}
+.data thead .n{white-space:normal}
 .data td.w,.stack .w{overflow-wrap:anywhere}
 .data .every{color:var(--faint)}
 code{font-family:ui-monospace,monospace;font-size:.95em;white-space:pre}
@@ -79,7 +80,7 @@ svg text{font-size:11px;fill:var(--faint);font-variant-numeric:tabular-nums}
 .dash-band-3{stroke-dasharray:9 2 2 2}
 .dash-band-5{stroke-dasharray:4 2}
 .dash-band-l{stroke-dasharray:9 2 2 2 2 2}
-@media (max-width:40rem){body{padding:.75rem;font-size:14px}.odd{display:none}.timeline,.chart{font-size:.7rem}
+@media (max-width:40rem){body{padding:.75rem;font-size:14px}.odd{display:none}.timeline,.chart{font-size:.7rem}.data{font-size:.8rem}.data th,.data td{padding-right:.35rem}
 .chart{grid-template-columns:2.9rem 1fr 2.7rem}.timeline .name{width:2.9rem}.timeline .share{width:2.7rem}
 .data.stack thead{display:none}.data.stack tr{display:block;border-bottom:1px solid var(--line);padding:.35rem 0}
 .data.stack td,.data.stack th{display:inline;border:0;padding:0 .4rem 0 0}.data.stack .w{display:block}}

@@ -180,7 +180,7 @@ void addLegend(Markup& page) {
 
 void addTimeline(Markup& page, const LogPicture& picture) {
     addLegend(page);
-    page.raw("<table class=\"timeline\"><thead><tr><th class=\"name\" scope=\"col\">satellite</th><th scope=\"col\">"
+    page.raw("<table class=\"timeline\"><thead><tr><th class=\"name\" scope=\"col\">name</th><th scope=\"col\">"
              "signals over time</th><th class=\"share\" scope=\"col\">epochs</th></tr></thead>\n");
     addEvents(page, picture);
     std::optional<Constellation> open;

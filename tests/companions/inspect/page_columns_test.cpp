@@ -119,8 +119,7 @@ TEST(PageColumnsTest, Ticks_StandAtRoundTimes) {
 TEST(PageColumnsTest, Ticks_OfYearsHaveTheYear) {
     // Days that are multiples of 200 since 1970-01-01: 20000 is 2024-10-04.
     EXPECT_THAT(textsFor(hours{24 * 800}, true),
-                ElementsAre("2024-06-26", "2024-10-04", "2025-01-12", "2025-04-22", "2025-07-31",
-                            "2025-11-08", "2026-02-16", "2026-05-27"));
+                ElementsAre("2024-10-04", "2025-04-22", "2025-11-08", "2026-05-27"));
 }
 
 TEST(PageColumnsTest, Ticks_StandWhereTheirTimeIs) {
@@ -128,9 +127,9 @@ TEST(PageColumnsTest, Ticks_StandWhereTheirTimeIs) {
     timeline.binWidth = seconds{2};
     timeline.start = LogTime(hours{1}) + Milliseconds{500};
     const auto ticks = ticksOf(timeline, true);
-    ASSERT_EQ(ticks.size(), 8U);
-    EXPECT_EQ(ticks[0].share, 0.0625);  // half of one of eight seconds
-    EXPECT_EQ(ticks[7].share, 0.9375);
+    ASSERT_EQ(ticks.size(), 4U);
+    EXPECT_EQ(ticks[0].share, 0.1875);  // one and a half of eight seconds
+    EXPECT_EQ(ticks[3].share, 0.9375);
 }
 
 TEST(PageColumnsTest, Ticks_OfTheLongestTimesAreNoMoreThanTheirStepMakes) {

@@ -197,7 +197,7 @@ TEST(PageTest, TinyTimeline_ShowsItsGapAndItsDamage) {
         page, HasSubstr("<path class=\"mark\" d=\"M1.5 0v26\"><title>2024-05-06 23:00:02.000: 1 gap begins"));
     EXPECT_THAT(page, HasSubstr("<path class=\"hurt\" d=\"M3.5 0v26\"><title>2024-05-06 23:00:06.000: "
                                 "1 place of damage, 17 bytes"));
-    // Seconds 0 to 8: the step of one second makes nine ticks, the last at the end.
+    // Seconds 0 to 8: a tick each two seconds, the last at the end.
     EXPECT_THAT(page, HasSubstr("<text x=\"0.00%\" y=\"12\" text-anchor=\"start\">23:00:00</text>"));
     EXPECT_THAT(page, HasSubstr("<text x=\"50.00%\" y=\"12\" text-anchor=\"middle\">23:00:04</text>"));
     EXPECT_THAT(page, HasSubstr("<text x=\"100.00%\" y=\"12\" text-anchor=\"end\">23:00:08</text>"));
