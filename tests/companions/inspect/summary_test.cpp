@@ -112,9 +112,16 @@ TEST(SummaryTest, Steps_MoreThanAreKeptAreStillCounted) {
     LogBuilder builder;
     builder.rd(2024, 5, 6);
     std::uint32_t time = 0;
-    builder.time(time += 1000).td().time(time += 1000).td().time(time += 1000).td();
+    const auto step = [&](std::uint32_t milliseconds) {
+        time += milliseconds;
+        builder.time(time).td();
+    };
+    step(1000);
+    step(1000);
+    step(1000);
     for (int i = 0; i < 1200; ++i) {
-        builder.time(time += 2000).td().time(time += 1000).td();
+        step(2000);
+        step(1000);
     }
     const LogSummary log = inspected(builder);
     EXPECT_EQ(log.interval, Milliseconds{1000});
@@ -127,11 +134,16 @@ TEST(SummaryTest, Steps_OfTooManyLengthsAreBounded) {
     LogBuilder builder;
     builder.rd(2024, 5, 6);
     std::uint32_t time = 0;
-    for (std::uint32_t step = 1; step <= 5000; ++step) {
-        builder.time(time += step).td();
+    const auto step = [&](std::uint32_t milliseconds) {
+        time += milliseconds;
+        builder.time(time).td();
+    };
+    for (std::uint32_t milliseconds = 1; milliseconds <= 5000; ++milliseconds) {
+        step(milliseconds);
     }
     for (int i = 0; i < 66'000; ++i) {  // more runs than are kept
-        builder.time(time += 10).td().time(time += 20).td();
+        step(10);
+        step(20);
     }
     const LogSummary log = inspected(builder);
     EXPECT_EQ(log.epochs, 5000 + 132'000);
