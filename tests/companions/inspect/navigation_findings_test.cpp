@@ -83,9 +83,9 @@ TEST(NavigationFindingsTest, GlonassOffsets_AreOfEverySuchLog) {
 
 TEST(NavigationFindingsTest, CutAccuracies_OfTheOddIndices) {
     LogBuilder log = datedLog();
-    for (const std::int8_t index : {0, 1, 2, 3, 4, 5, 6, 7, -1}) {
+    for (const int index : {0, 1, 2, 3, 4, 5, 6, 7, -1}) {
         KeplerBlock block = gps(static_cast<std::uint8_t>(index + 10));
-        block.uraIndex = index;
+        block.uraIndex = static_cast<std::int8_t>(index);
         log.ge123(block);
     }
     log.en({.kepler = {.sv = 3, .uraIndex = 1, .week = galileoWeek, .toe = monday10}, .navFlags = 4});

@@ -157,8 +157,8 @@ TEST(SummaryTest, WithoutDates_DaysAreCountedFromTheFirst) {
     const LogSummary log = inspected(builder);
     EXPECT_FALSE(log.dated);
     EXPECT_EQ(log.timeScale, "");
-    EXPECT_EQ(log.first, timeOf("1970-01-01T23:59:59"));
-    EXPECT_EQ(log.last, timeOf("1970-01-02T00:00:01"));
+    EXPECT_EQ(reading::isoText(*log.first), "1970-01-01T23:59:59.000");
+    EXPECT_EQ(reading::isoText(*log.last), "1970-01-02T00:00:01.000");
     EXPECT_EQ(log.interval, Milliseconds{1000});
     EXPECT_THAT(log.gaps, IsEmpty());
 }
