@@ -1,6 +1,7 @@
 #include "inspect/converter_walk.h"
 
 #include <algorithm>
+#include <cstdio>
 
 #include "log/log_stream.h"
 #include "log/message_lookup.h"
@@ -46,6 +47,11 @@ std::span<const std::uint8_t> LogBytes::at(std::uint64_t offset) {
     const std::uint64_t start = std::min<std::uint64_t>(offset - offset_, memory_.size());
     const auto rest = memory_.subspan(static_cast<std::size_t>(start));
     return rest.first(std::min(rest.size(), mostMessageBytes));
+}
+
+reading::LogReader LogBytes::reader() const {
+    std::FILE* const file = path_.empty() ? nullptr : std::fopen(path_.c_str(), "rb");
+    return file == nullptr ? reading::LogReader(memory_) : reading::LogReader(file);
 }
 
 std::uint64_t convertedBytes(MessageId id, std::size_t row, int length) {

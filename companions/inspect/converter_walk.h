@@ -25,6 +25,9 @@ public:
     // where the file is gone.
     std::span<const std::uint8_t> at(std::uint64_t offset);
 
+    // A reader that begins the log once more; of a file that is gone, one at its end.
+    [[nodiscard]] reading::LogReader reader() const;
+
 private:
     std::span<const std::uint8_t> memory_;  // the window
     std::uint64_t offset_ = 0;              // of the window
@@ -46,6 +49,8 @@ public:
     void passDamage(const reading::Damage& damage);
 
     void tell(FindingTally& tally) const;
+
+    [[nodiscard]] const LogBytes& bytes() const { return bytes_; }
 
 private:
     void readOn(std::uint64_t offset);

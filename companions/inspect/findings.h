@@ -97,7 +97,7 @@ inline constexpr auto findingRows = std::to_array<FindingRow>({
     {FindingId::beyondThirty,         "O6",  "Satellites beyond the thirtieth of a constellation are lost", "lines"},
     {FindingId::noSignal,             "O7",  "Satellites without any signal have a line",                   "lines"},
     {FindingId::noSlot,               "O8",  "GLONASS satellites without a slot have other names",          "lines"},
-    {FindingId::leftoverLines,        "O26", "Lines of GLONASS satellites that have gone can stay",         "epochs"},
+    {FindingId::leftoverLines,        "O26", "Lines of GLONASS satellites that are not in the list",        "epochs"},
     {FindingId::navicDigits,          "O28", "The strength digit of NavIC 1X is that of 9A",                "values",  true},
     {FindingId::shiftedPhases,        "O29", "Phases have corrections that are not the standard's",         "signals", true},
     {FindingId::c2pAlone,             "O33", "GLONASS C2P is listed without a signal",                      "codes"},

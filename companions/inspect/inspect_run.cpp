@@ -22,13 +22,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uint64_t unknownSize = static_cast<std::uint64_t>(-1);
-
-// The size of a file; unknownSize for what has none, such as a pipe.
-std::uint64_t sizeOf(const std::string& file) {
+std::optional<std::uint64_t> sizeOf(const std::string& file) {
     std::error_code error;
     const auto size = fs::file_size(file, error);
-    return error ? unknownSize : size;
+    return error ? std::nullopt : std::optional<std::uint64_t>(size);
 }
 
 LogResult failure(std::string sentence) {
@@ -37,27 +34,6 @@ LogResult failure(std::string sentence) {
 
 std::string bytesText(std::uint64_t bytes) {
     return std::to_string(bytes) + " bytes";
-}
-
-// What a log that was read whole says of its file: a log that is still written has grown meanwhile.
-LogResult checked(LogSummary summary, std::uint64_t sizeBefore, bool failed) {
-    const std::uint64_t sizeAfter = sizeOf(summary.file);
-    if (failed) {
-        return failure("reading failed behind " + bytesText(summary.bytes));
-    }
-    if (summary.bytes == 0) {
-        return failure("the file is empty");
-    }
-    if (sizeBefore != unknownSize && summary.bytes < sizeBefore) {
-        return failure("the file was cut to " + bytesText(summary.bytes) + " while it was read");
-    }
-    if (sizeBefore != unknownSize && sizeAfter == unknownSize) {
-        summary.notes.emplace_back("the file was removed while it was read; all of it was read");
-    } else if (sizeBefore != unknownSize && sizeAfter > sizeBefore) {
-        summary.notes.push_back("the file grew while it was read: its first " + bytesText(summary.bytes) +
-                                " are told, and its last message may be cut");
-    }
-    return {.summary = std::move(summary), .error = {}};
 }
 
 bool writeHtml(const std::string& file, const std::vector<LogSummary>& logs, std::ostream& errors) {
@@ -122,6 +98,26 @@ int run(const InspectOptions& options, std::ostream& out, std::ostream& errors, 
 
 }  // namespace
 
+LogResult judged(LogSummary summary, FileSizes sizes, bool failed) {
+    if (failed) {
+        return failure("reading failed behind " + bytesText(summary.bytes));
+    }
+    if (summary.bytes == 0) {
+        return failure("the file is empty");
+    }
+    if (sizes.before && summary.bytes < *sizes.before) {
+        return failure("the file was cut to " + bytesText(summary.bytes) + " while it was read");
+    }
+    if (sizes.before && !sizes.after) {
+        summary.notes.emplace_back("the file was removed while it was read; all of it was read");
+    }
+    if (sizes.before && sizes.after && *sizes.after > *sizes.before) {
+        summary.notes.push_back("the file grew while it was read: its first " + bytesText(summary.bytes) +
+                                " are told, and its last message may be cut");
+    }
+    return {.summary = std::move(summary), .error = {}};
+}
+
 LogResult inspectLog(const std::string& file, const LogWishes& wishes) {
     std::error_code ignored;
     if (fs::is_directory(file, ignored)) {
@@ -131,12 +127,12 @@ LogResult inspectLog(const std::string& file, const LogWishes& wishes) {
     if (opened == nullptr) {
         return failure(std::strerror(errno));
     }
-    const std::uint64_t size = sizeOf(file);
+    const auto size = sizeOf(file);
     reading::LogReader reader(opened);
     SummaryWishes summaryWishes{.timeline = wishes.timeline, .progress = {}};
     std::optional<ProgressBar> bar;
-    if (wishes.progress != nullptr && size != unknownSize) {
-        bar.emplace(*wishes.progress, file, size, ProgressBar::Clock::now());
+    if (wishes.progress != nullptr && size) {
+        bar.emplace(*wishes.progress, file, *size, ProgressBar::Clock::now());
         summaryWishes.progress = [&](std::uint64_t taken) { bar->show(taken, ProgressBar::Clock::now()); };
     }
     LogSummary summary = summarise(reader, LogBytes(file), summaryWishes);
@@ -144,7 +140,7 @@ LogResult inspectLog(const std::string& file, const LogWishes& wishes) {
         bar->clear();
     }
     summary.file = file;
-    return checked(std::move(summary), size, reader.failed());
+    return judged(std::move(summary), {.before = size, .after = sizeOf(file)}, reader.failed());
 }
 
 int inspect(int argc, const char* const* argv, std::ostream& out, std::ostream& errors, bool terminal) {

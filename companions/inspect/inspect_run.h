@@ -1,6 +1,7 @@
 // A run of orbconv-inspect: its arguments, its logs, its status.
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -23,6 +24,16 @@ struct LogWishes {
     bool timeline = false;
     std::ostream* progress = nullptr;  // where a bar is drawn; null: none
 };
+
+// The file's sizes when it was opened and when its end was reached; nothing for what has none, such as a pipe,
+// or for a file that is gone.
+struct FileSizes {
+    std::optional<std::uint64_t> before;
+    std::optional<std::uint64_t> after;
+};
+// What the sizes say of a log that was read to its end: one that is empty or was cut meanwhile, or whose
+// reading failed, can't be read; one that grew or went away meanwhile gets a note.
+LogResult judged(LogSummary summary, FileSizes sizes, bool failed);
 
 LogResult inspectLog(const std::string& file, const LogWishes& wishes);
 

@@ -32,6 +32,7 @@ std::string at(const reading::EpochSatellite& satellite, const reading::Epoch& e
 
 void SatelliteFindings::take(const reading::Epoch& epoch, FindingTally& tally) {
     takeMissingMessages(epoch, tally);
+    takeGlonass(epoch);
     Presence presence{};
     for (std::size_t band = 0; band < bandCount; ++band) {
         takeBand(epoch, band, presence, tally);
@@ -127,26 +128,41 @@ void SatelliteFindings::takeList(const reading::Epoch& epoch, const Presence& pr
         tally.add(FindingId::noSlot, slotless ? 1 : 0, [&] { return at(satellite, epoch); });
     }
     const std::size_t glonass = counts[indexOf(Constellation::glonass)];
-    ++glonassCounts_[glonass];
     glonassRangesOfSlot4_ = glonassRangesOfSlot4_ || (glonass > 0 && epoch.has(orbconv::rowOf("3r")));
     const auto all = std::accumulate(counts.begin(), counts.end(), std::size_t{0});
     tally.add(FindingId::emptyEpochs, all == 0 ? 1 : 0, [&] { return placeText(epoch); });
 }
 
-void SatelliteFindings::tell(const LogSummary& summary, FindingTally& tally) const {
-    std::uint64_t fewer = 0;  // epochs with fewer GLONASS satellites than another
-    std::uint64_t soFar = 0;
-    std::size_t most = 0;
-    for (std::size_t n = 0; n < glonassCounts_.size(); ++n) {
-        if (glonassCounts_[n] > 0) {
-            fewer = soFar;
-            most = n;
+// The records' slots after the converter's first pass. As long as all epochs have the same slots, no line is
+// left over.
+void SatelliteFindings::takeGlonass(const reading::Epoch& epoch) {
+    glonassLines_.survey(epoch);
+    std::vector<std::uint8_t> slots;
+    for (const reading::EpochSatellite& satellite : epoch.satellites()) {
+        if (satellite.constellation == Constellation::glonass) {
+            slots.push_back(satellite.slot);
         }
-        soFar += glonassCounts_[n];
     }
-    tally.add(FindingId::leftoverLines, fewer, [&] {
-        return "fewer GLONASS satellites than the " + std::to_string(most) + " of another epoch";
-    });
+    glonassChanges_ = glonassChanges_ || (glonassCame_ && slots != glonassSlots_);
+    glonassCame_ = true;
+    glonassSlots_.swap(slots);
+}
+
+void SatelliteFindings::walkGlonass(reading::LogReader reader, std::uint64_t unwritten, FindingTally& tally) {
+    reading::EpochCollector epochs;
+    for (auto item = reader.next(); item != reading::LogItem::end; item = reader.next()) {
+        if (item != reading::LogItem::message || !epochs.add(reader.message())) {
+            continue;
+        }
+        const bool other = glonassLines_.write(epochs.epoch());
+        const bool isWritten = unwritten == 0;
+        unwritten -= isWritten ? 0 : 1;
+        tally.add(FindingId::leftoverLines, other && isWritten ? 1 : 0,
+                  [&] { return placeText(epochs.epoch()); });
+    }
+}
+
+void SatelliteFindings::tell(const LogSummary& summary, FindingTally& tally) const {
     const bool slot4 = std::ranges::any_of(summary.signals, [](const SignalSummary& signal) {
         return signal.constellation == Constellation::glonass && signal.band == bands::b3;
     });

@@ -4,9 +4,12 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <vector>
 
 #include "inspect/findings.h"
+#include "inspect/glonass_lines.h"
 #include "reading/epoch.h"
+#include "reading/log_reader.h"
 
 namespace orbconv::inspect {
 
@@ -15,11 +18,18 @@ public:
     void take(const reading::Epoch& epoch, FindingTally& tally);
     void tell(const LogSummary& summary, FindingTally& tally) const;
 
+    // Whether epochs can have lines of GLONASS satellites that are not in their lists: only a walk through the
+    // log, from what its end leaves, tells which.
+    [[nodiscard]] bool glonassChanges() const { return glonassChanges_; }
+    // The walk; `unwritten` epochs ahead of the first one that is written.
+    void walkGlonass(reading::LogReader reader, std::uint64_t unwritten, FindingTally& tally);
+
 private:
     // Which bands of each entry of the list are present, a bit a band.
     using Presence = std::array<std::uint8_t, 256>;
 
     void takeList(const reading::Epoch& epoch, const Presence& presence, FindingTally& tally);
+    void takeGlonass(const reading::Epoch& epoch);
     void takeMissingMessages(const reading::Epoch& epoch, FindingTally& tally);
     void takeSecondRanges(const reading::Epoch& epoch, const Presence& presence, FindingTally& tally);
     void takeBand(const reading::Epoch& epoch, std::size_t band, Presence& presence, FindingTally& tally) const;
@@ -28,7 +38,10 @@ private:
     std::bitset<messageTable.size()> came_;  // arrays that came in some epoch
     std::int16_t lastRangeDelta_ = 0;
     bool glonassRangesOfSlot4_ = false;
-    std::array<std::uint64_t, 181> glonassCounts_{};  // epochs, by the number of GLONASS satellites
+    GlonassLines glonassLines_;
+    std::vector<std::uint8_t> glonassSlots_;  // of the epoch before
+    bool glonassCame_ = false;
+    bool glonassChanges_ = false;
 };
 
 }  // namespace orbconv::inspect

@@ -223,6 +223,9 @@ LogSummary Summariser::tell(std::uint64_t bytes) {
     timeFindings_.tell(summary_, tally_);
     headerFindings_.tell(summary_, tally_);
     satelliteFindings_.tell(summary_, tally_);
+    if (satelliteFindings_.glonassChanges() && timeFindings_.headerDone()) {
+        satelliteFindings_.walkGlonass(walk_.bytes().reader(), timeFindings_.unwrittenEpochs(), tally_);
+    }
     summary_.findings = tally_.findings();
     if (timeline_) {
         summary_.timeline = timeline_->tell(summary_);

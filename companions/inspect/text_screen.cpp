@@ -45,6 +45,9 @@ std::string right(std::uint64_t number, std::size_t width) {
 
 // "1 epoch", "3 epochs"; the name as the plural has it.
 std::string counted(std::uint64_t count, std::string_view name) {
+    if (count == 1 && name.ends_with("ies")) {
+        return "1 " + std::string(name.substr(0, name.size() - 3)) + "y";
+    }
     const bool drop = count == 1 && name.ends_with('s');
     return std::to_string(count) + " " + std::string(drop ? name.substr(0, name.size() - 1) : name);
 }

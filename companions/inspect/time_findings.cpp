@@ -101,7 +101,7 @@ void TimeFindings::tell(const LogSummary& summary, FindingTally& tally) const {
         tally.add(FindingId::noHeader, epochs_, [&] { return std::to_string(times_) + " times of day"; });
         return;
     }
-    const std::uint64_t lost = epochsAheadOfHeader_ > 1 ? epochsAheadOfHeader_ - 1 : 0;
+    const std::uint64_t lost = unwrittenEpochs();
     const bool fromMidnight = firstTime_ == 0 && lost > 0;
     tally.add(fromMidnight ? FindingId::midnightStart : FindingId::epochsAheadOfHeader, lost, [&] {
         return fromMidnight ? std::string("the first time of day is 00:00:00.000")

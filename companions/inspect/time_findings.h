@@ -18,6 +18,11 @@ public:
     void take(const reading::Epoch& epoch, FindingTally& tally);
     // The header comes with the message that was taken last.
     [[nodiscard]] bool headerComes() const { return headerComes_; }
+    [[nodiscard]] bool headerDone() const { return headerDone_; }
+    // Epochs ahead of the first that is written: of those ahead of the header the last one is.
+    [[nodiscard]] std::uint64_t unwrittenEpochs() const {
+        return epochsAheadOfHeader_ > 1 ? epochsAheadOfHeader_ - 1 : 0;
+    }
 
     void tell(const LogSummary& summary, FindingTally& tally) const;
 

@@ -1,6 +1,7 @@
 #include "reading/epoch.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "assembly/signals.h"
 
@@ -42,11 +43,7 @@ bool EpochCollector::add(const Message& message) {
         case rowOf("TD"): close(message); return true;
         case rowOf("~~"): takeTime(message); break;
         case rowOf("RD"): takeDate(message); break;
-        case rowOf("TO"):
-            if (holds(message, clockOffsetBody::clockOffset)) {
-                epoch_.clockOffset = clockOffsetBody::clockOffset.load(message.body.data());
-            }
-            break;
+        case rowOf("TO"): takeClockOffset(message); break;
         case rowOf("SX"): takeList(message); break;
         default:
             if (message.row != noRow && messageTable[message.row].reading == Reading::array) {
@@ -93,6 +90,16 @@ void EpochCollector::takeDate(const Message& message) {
         date_ = date;
         epoch_.hasOwnDate = true;
         epoch_.timeBase = dateBody::timeBase.load(body);
+    }
+}
+
+void EpochCollector::takeClockOffset(const Message& message) {
+    if (!holds(message, clockOffsetBody::clockOffset)) {
+        return;
+    }
+    const double seconds = clockOffsetBody::clockOffset.load(message.body.data());
+    if (std::isfinite(seconds)) {
+        epoch_.clockOffset = seconds;
     }
 }
 

@@ -92,6 +92,7 @@ private:
     void begin(const Message& message);
     void takeTime(const Message& message);
     void takeDate(const Message& message);
+    void takeClockOffset(const Message& message);
     void takeArray(const Message& message);
     void takeList(const Message& message);
     void close(const Message& message);

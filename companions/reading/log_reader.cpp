@@ -43,6 +43,10 @@ int lengthOf(const std::uint8_t* digits) {
 // A text whose id has no row.
 constexpr MessageId textWithoutRow(">>");
 
+constexpr int leastLengthOfUnknown(MessageId id) {
+    return id == textWithoutRow ? leastLengthOfText : leastLength;
+}
+
 std::size_t lineEndOf(std::size_t row, MessageId id) {
     if (row != noRow) {
         return static_cast<std::size_t>(lineEndBytes(messageTable[row]));
@@ -96,43 +100,36 @@ void LogReader::fill() {
 
 // Whether five characters at `place` can open a message.
 bool LogReader::startsAt(std::size_t place, Start& start) const {
+    start.row = noRow;
     if (place + headerBytes > windowBytes_) {
         return false;
     }
     const std::uint8_t* const header = window_ + place;
     const int length = lengthOf(header + digitsOffset);
-    if (length < leastLength || !isIdCharacter(header[0]) || !isIdCharacter(header[1])) {
+    if (length < 0 || !isIdCharacter(header[0]) || !isIdCharacter(header[1])) {
         return false;
     }
     const MessageId id{static_cast<char>(header[0]), static_cast<char>(header[1])};
     start.row = findRowQuickly(id);
     start.length = static_cast<std::size_t>(length);
     start.lineEnd = lineEndOf(start.row, id);
-    return start.row == noRow || lengthIsPossible(messageTable[start.row], length);
-}
-
-bool LogReader::isStart(std::size_t place) const {
-    Start ignored;
-    return startsAt(place, ignored);
-}
-
-bool LogReader::isStartOrEnd(std::size_t place) const {
-    return place == windowBytes_ ? atEnd_ : isStart(place);
+    return start.row == noRow ? length >= leastLengthOfUnknown(id)
+                              : lengthIsPossible(messageTable[start.row], length);
 }
 
 // The end of the message at `place` if another one or the end of the log stands there, else 0. Where the
-// plain length leads nowhere, one byte more may: a long GLONASS ephemeris can bring it. Of a message of an
-// unknown id, of which any length is possible, the line end counts too.
-std::size_t LogReader::followedEnd(std::size_t place, const Start& start) const {
-    const std::size_t end = place + start.bytes();
-    if (end > windowBytes_ || (start.row == noRow && !isLineEnd(window_[end - 1]))) {
-        return 0;
+// plain length leads nowhere, one byte more may: a long GLONASS ephemeris can bring it. An unknown id, of which
+// any length is possible, is easily met by chance: on either side of one the line end counts, too.
+std::size_t LogReader::followedEnd(std::size_t place, const Start& start, Start& follower) const {
+    const std::size_t plain = place + start.bytes();
+    for (std::size_t end = plain; end <= std::min(plain + 1, windowBytes_); ++end) {
+        const bool leadsOn = startsAt(end, follower) || (end == windowBytes_ && atEnd_);
+        const bool bothKnown = start.row != noRow && follower.row != noRow;
+        if (leadsOn && (bothKnown || isLineEnd(window_[end - 1]))) {
+            return end;
+        }
     }
-    if (isStartOrEnd(end)) {
-        return end;
-    }
-    const bool endsOneLater = end + 1 == windowBytes_ && atEnd_ && isLineEnd(window_[end]);
-    return isStart(end + 1) || endsOneLater ? end + 1 : 0;
+    return 0;
 }
 
 // Whether the message of a known id at `place` is all there and ends with a line feed.
@@ -141,22 +138,29 @@ bool LogReader::isWhole(std::size_t place, const Start& start) const {
     return start.row != noRow && end <= windowBytes_ && window_[end - 1] == lineFeed;
 }
 
-// Whether three messages follow each other from `place` on, or fewer up to the very end of the log.
+// Whether three messages follow each other from `place` on, or messages of known ids up to the very end of the
+// log.
 bool LogReader::opensChain(std::size_t place, const Start& start) const {
     Start link = start;
-    std::size_t end = followedEnd(place, link);
-    for (std::size_t messages = 1; end != 0; ++messages) {
-        if (messages == chainMessages || end == windowBytes_) {
-            return true;
+    Start next;
+    bool allKnown = true;
+    std::size_t end = place;
+    for (std::size_t messages = 1; messages <= chainMessages; ++messages) {
+        end = followedEnd(end, link, next);
+        allKnown = allKnown && link.row != noRow;
+        if (end == 0 || end == windowBytes_) {
+            return end != 0 && (allKnown || messages == chainMessages);
         }
-        end = startsAt(end, link) ? followedEnd(end, link) : 0;
+        link = next;
     }
-    return false;
+    return true;
 }
 
+// Whether a message of a known id may begin at `place`. The five characters of an unknown one are met too often.
 bool LogReader::isCredible(std::size_t place) const {
     Start start;
-    return startsAt(place, start) && (isWhole(place, start) || opensChain(place, start));
+    return startsAt(place, start) && start.row != noRow &&
+           (isWhole(place, start) || opensChain(place, start));
 }
 
 // Whether another message begins inside the one at `place`: then this one has lost bytes.
@@ -171,20 +175,56 @@ bool LogReader::holdsAnother(std::size_t place, const Start& start) const {
     return false;
 }
 
+// Whether whole messages of known ids, one or more, fill the log from `place` to `end`.
+bool LogReader::leadsTo(std::size_t end, std::size_t place) const {
+    Start link;
+    while (place < end && startsAt(place, link) && isWhole(place, link)) {
+        place += link.bytes();
+    }
+    return place == end;
+}
+
+// Whether messages inside the one at `place` lead to its end.
+bool LogReader::holdsOthersTo(std::size_t end, std::size_t place) const {
+    for (std::size_t inner = nextCandidate(place + 1, end); inner < end;
+         inner = nextCandidate(inner + 1, end)) {
+        if (leadsTo(end, inner)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Whether the message at `place`, which nothing follows, can be believed all the same.
 bool LogReader::standsAlone(std::size_t place, const Start& start) const {
     return isWhole(place, start) && !holdsAnother(place, start);
 }
 
-std::size_t LogReader::believedEnd(std::size_t place, Start& start) const {
+// Whether the message at `place`, with damage ahead of it, begins a chain.
+bool LogReader::beginsAnew(std::size_t place, const Start& start) const {
+    Start follower;
+    return opensChain(place, start) && !holdsOthersTo(followedEnd(place, start, follower), place);
+}
+
+std::size_t LogReader::believedEnd(std::size_t place, Start& start) {
     if (!startsAt(place, start)) {
         return 0;
     }
-    const std::size_t end = followedEnd(place, start);
-    if (end != 0) {
-        return end;
+    Start follower;
+    const std::size_t end = followedEnd(place, start, follower);
+    if (end == 0) {
+        return standsAlone(place, start) ? place + start.bytes() : 0;
     }
-    return standsAlone(place, start) ? place + start.bytes() : 0;
+    const Habit habit = {static_cast<std::uint16_t>(start.length), static_cast<std::uint8_t>(follower.row)};
+    if (start.row == noRow || habits_[start.row] != habit) {
+        if (holdsOthersTo(end, place)) {
+            return 0;
+        }
+        if (start.row != noRow) {
+            habits_[start.row] = habit;
+        }
+    }
+    return end;
 }
 
 // The first place from `place` on, and ahead of `end`, with three digits where a length would stand; `end` if
@@ -215,7 +255,7 @@ void LogReader::takeDamage() {
         std::size_t place = nextCandidate(at_, end);
         while (place < end && !found) {
             Start start;
-            found = startsAt(place, start) && (opensChain(place, start) || standsAlone(place, start));
+            found = startsAt(place, start) && (beginsAnew(place, start) || standsAlone(place, start));
             if (!found) {
                 place = nextCandidate(place + 1, end);
             }
