@@ -49,7 +49,8 @@ TEST(TimeFindingsTest, CleanLog_SetsOffNone) {
 }
 
 TEST(TimeFindingsTest, Fractions) {
-    const LogSummary log = inspected(datedLog({36'000'000, 36'000'200, 36'000'400, 36'000'600, 36'000'800, 36'001'000}));
+    const LogSummary log =
+        inspected(datedLog({36'000'000, 36'000'200, 36'000'400, 36'000'600, 36'000'800, 36'001'000}));
     EXPECT_EQ(codes(log), "O10");
     EXPECT_EQ(countOf(log, "O10"), 4);
     EXPECT_EQ(exampleOf(log, "O10"), "at 2024-05-06T10:00:00.200");

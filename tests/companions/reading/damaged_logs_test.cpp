@@ -1,5 +1,5 @@
-// Damage at random: of the messages that it did not touch all but the odd one are found, and a log without any
-// is never reported as damaged.
+// Damage at random: of the messages that it did not touch all but the odd one are found, and a log without
+// any is never reported as damaged.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -27,8 +27,9 @@ using testsupport::itemsOf;
 // A small log, of one maker or the other.
 std::string smallLog(unsigned seed) {
     if (seed % 4 != 0) {
-        return testsupport::RandomLog(
-                   {.seed = seed, .epochs = 3 + static_cast<int>(seed % 5), .mostOfASystem = 1 + static_cast<int>(seed % 9)})
+        return testsupport::RandomLog({.seed = seed,
+                                       .epochs = 3 + static_cast<int>(seed % 5),
+                                       .mostOfASystem = 1 + static_cast<int>(seed % 9)})
             .bytes();
     }
     samplelog::ScenarioOptions options;
@@ -63,8 +64,9 @@ std::size_t foundOf(const std::vector<FoundMessage>& expected, const std::vector
     std::size_t count = 0;
     auto next = found.begin();
     for (const FoundMessage& message : expected) {
-        next = std::lower_bound(next, found.end(), message.offset,
-                                [](const FoundMessage& a, std::uint64_t offset) { return a.offset < offset; });
+        next =
+            std::lower_bound(next, found.end(), message.offset,
+                             [](const FoundMessage& a, std::uint64_t offset) { return a.offset < offset; });
         count += next != found.end() && next->offset == message.offset && next->id == message.id &&
                          next->body == message.body
                      ? 1U

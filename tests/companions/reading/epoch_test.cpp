@@ -90,9 +90,11 @@ TEST(EpochTest, Satellites_InTheOrderOfTheList) {
     const auto satellites = epochs[0].satellites();
     ASSERT_EQ(satellites.size(), 10U);
     const std::vector<std::optional<Constellation>> constellations = {
-        Constellation::gps,   Constellation::glonass,     Constellation::sbas, Constellation::galileo,
-        Constellation::qzss,  Constellation::beidou,      Constellation::navic,
-        Constellation::glonassCdma, std::nullopt, std::nullopt};
+        Constellation::gps,   Constellation::glonass,
+        Constellation::sbas,  Constellation::galileo,
+        Constellation::qzss,  Constellation::beidou,
+        Constellation::navic, Constellation::glonassCdma,
+        std::nullopt,         std::nullopt};
     const std::vector<int> codes = {1, 2, 3, 4, 5, 6, 7, 9, 8, 0};
     const std::vector<int> names = {31, 0, 120, 36, 193, 63, 14, 5, 77, 1};
     for (std::size_t i = 0; i < satellites.size(); ++i) {
@@ -178,8 +180,14 @@ TEST(EpochTest, EmptyArray_CameWithoutElements) {
 
 // The list says whose the elements are: those that came for another list are nobody's.
 TEST(EpochTest, AnotherListInTheEpoch_DropsWhatCameForTheFirst) {
-    const auto epochs = epochsOf(
-        startedLog().sx({{1, 2}, {1, 3}}).rx({7, 8}).nn({5}).time(2000).sx({{2, 1}}).strengths(Band::c, {9}).td());
+    const auto epochs = epochsOf(startedLog()
+                                     .sx({{1, 2}, {1, 3}})
+                                     .rx({7, 8})
+                                     .nn({5})
+                                     .time(2000)
+                                     .sx({{2, 1}})
+                                     .strengths(Band::c, {9})
+                                     .td());
     ASSERT_EQ(epochs.size(), 1U);
     EXPECT_EQ(epochs[0].satellites().size(), 1U);
     EXPECT_THAT(rangesOf(epochs[0]), ElementsAre(std::nullopt));
@@ -217,7 +225,8 @@ TEST(EpochTest, Slots_OfAnEarlierEpoch_DoNotCount) {
 }
 
 TEST(EpochTest, ClockOffset_OfItsOwnEpochAlone) {
-    const auto epochs = epochsOf(startedLog().to(-1.5e-4).sx({{1, 2}}).td().sx({{1, 2}}).td().to(1).to(2).td());
+    const auto epochs =
+        epochsOf(startedLog().to(-1.5e-4).sx({{1, 2}}).td().sx({{1, 2}}).td().to(1).to(2).td());
     ASSERT_EQ(epochs.size(), 3U);
     EXPECT_EQ(epochs[0].clockOffset, -1.5e-4);
     EXPECT_FALSE(epochs[1].clockOffset);

@@ -42,8 +42,9 @@ TEST(EpochTimeTest, NoneWithoutADateOrATimeOfDay) {
 }
 
 TEST(EpochTimeTest, DateStaysUntilTheNext) {
-    EXPECT_THAT(timesOf(LogBuilder().rd(2024, 3, 5).time(1000).td().time(2000).td().rd(2024, 4, 1).time(3000).td()),
-                ElementsAre("2024-03-05T00:00:01.000", "2024-03-05T00:00:02.000", "2024-04-01T00:00:03.000"));
+    EXPECT_THAT(
+        timesOf(LogBuilder().rd(2024, 3, 5).time(1000).td().time(2000).td().rd(2024, 4, 1).time(3000).td()),
+        ElementsAre("2024-03-05T00:00:01.000", "2024-03-05T00:00:02.000", "2024-04-01T00:00:03.000"));
 }
 
 TEST(EpochTimeTest, WhatIsItsOwn_IsTold) {
@@ -82,10 +83,10 @@ TEST(EpochTimeTest, Midnight_SeveralTimes) {
         log.time(43'200'000).td();
         log.time(10).td();
     }
-    EXPECT_THAT(timesOf(log), ElementsAre("2023-12-30T12:00:00.000", "2023-12-31T00:00:00.010",
-                                          "2023-12-31T12:00:00.000", "2024-01-01T00:00:00.010",
-                                          "2024-01-01T12:00:00.000", "2024-01-02T00:00:00.010",
-                                          "2024-01-02T12:00:00.000", "2024-01-03T00:00:00.010"));
+    EXPECT_THAT(timesOf(log),
+                ElementsAre("2023-12-30T12:00:00.000", "2023-12-31T00:00:00.010", "2023-12-31T12:00:00.000",
+                            "2024-01-01T00:00:00.010", "2024-01-01T12:00:00.000", "2024-01-02T00:00:00.010",
+                            "2024-01-02T12:00:00.000", "2024-01-03T00:00:00.010"));
 }
 
 TEST(EpochTimeTest, SameTimeAgain_IsNoMidnight) {
@@ -107,7 +108,8 @@ TEST(EpochTimeTest, Midnight_DateOfTheEpochsBeforeTheFirstRd) {
 
 TEST(EpochTimeTest, ImpossibleDate_IsPassedOver) {
     EXPECT_THAT(timesOf(LogBuilder().rd(2024, 13, 5).time(1000).td()), ElementsAre("-"));
-    const auto epochs = epochsOf(LogBuilder().rd(2024, 3, 5).time(1000).td().rd(2024, 2, 30, 3).time(2000).td());
+    const auto epochs =
+        epochsOf(LogBuilder().rd(2024, 3, 5).time(1000).td().rd(2024, 2, 30, 3).time(2000).td());
     ASSERT_EQ(epochs.size(), 2U);
     EXPECT_EQ(isoText(*epochs[1].time), "2024-03-05T00:00:02.000");
     EXPECT_FALSE(epochs[1].hasOwnDate);

@@ -140,8 +140,8 @@ TEST(LogReaderDamageTest, MessageAloneBetweenTwo_IsFound) {
     const std::string alone = LogBuilder().rx({1, 2, 3}).bytes();
     const FoundItems items = itemsOf(first + noise(50, 1) + alone + noise(50, 2) + first);
     EXPECT_EQ(items.ids(), std::string(epochIds) + " rx " + std::string(epochIds));
-    EXPECT_THAT(items.damages, ElementsAre(Damage{first.size(), 50},
-                                           Damage{first.size() + 50 + alone.size(), 50}));
+    EXPECT_THAT(items.damages,
+                ElementsAre(Damage{first.size(), 50}, Damage{first.size() + 50 + alone.size(), 50}));
 }
 
 TEST(LogReaderDamageTest, TwoMessagesBetweenTwo_AreFound) {

@@ -93,9 +93,8 @@ TEST(LogReaderTest, Digits_OfEitherCase) {
 }
 
 TEST(LogReaderTest, Digits_NothingElse) {
-    for (const std::string_view message :
-         {"zz-0A123456789-\n", "zz+0A123456789-\n", "zz 0A123456789-\n", "zz0xA123456789-\n",
-          "zz0G3123\n", "zz003", "zz00\n123\n"}) {
+    for (const std::string_view message : {"zz-0A123456789-\n", "zz+0A123456789-\n", "zz 0A123456789-\n",
+                                           "zz0xA123456789-\n", "zz0G3123\n", "zz003", "zz00\n123\n"}) {
         const FoundItems items = between(message);
         EXPECT_EQ(items.ids(), "~~ RD TD ~~ RD TD") << message;
         EXPECT_THAT(items.damages, ElementsAre(Damage{34, message.size()})) << message;
@@ -132,7 +131,8 @@ TEST(LogReaderTest, EveryKnownId_IsTaken) {
                            : row.reading == Reading::fixedBlock ? 6
                                                                 : 5;
         const bool isText = id == "KV" || id == "MF" || id == "TD";
-        log.message(id, id == "PM" ? "x" : std::string(static_cast<std::size_t>(length - (isText ? 0 : 1)), 'x'));
+        log.message(id,
+                    id == "PM" ? "x" : std::string(static_cast<std::size_t>(length - (isText ? 0 : 1)), 'x'));
         ids += (ids.empty() ? "" : " ") + id;
     }
     const FoundItems items = itemsOf(log.bytes());

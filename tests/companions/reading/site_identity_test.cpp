@@ -111,11 +111,10 @@ TEST(SiteIdentityTest, Parameters_NameWithoutAValueIsNone) {
 }
 
 TEST(SiteIdentityTest, Parameters_EmptyValueLeavesTheEarlierOne) {
-    EXPECT_EQ(textOf(identityOf(LogBuilder()
-                                    .pmParameters({{"rcv/igs=", "ABC"}})
-                                    .pmParameters({{"rcv/igs=", ""}}))
-                         .receiverType),
-              "ABC");
+    EXPECT_EQ(
+        textOf(identityOf(LogBuilder().pmParameters({{"rcv/igs=", "ABC"}}).pmParameters({{"rcv/igs=", ""}}))
+                   .receiverType),
+        "ABC");
 }
 
 // The value goes to the next quote, whatever it is.
