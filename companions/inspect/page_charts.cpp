@@ -1,8 +1,12 @@
 // The pictures with a scale: number of satellites and strength of the signals over time.
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
 
 #include "inspect/page_pictures.h"
 #include "inspect/page_style.h"

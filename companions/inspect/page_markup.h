@@ -2,6 +2,7 @@
 // escaped: no text of a log becomes markup.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -16,7 +17,6 @@ class Literal {
 public:
     // NOLINTNEXTLINE(*-explicit-*): markup is written as its text
     consteval Literal(const char* text) : text_(text) {}
-    consteval explicit Literal(std::string_view text) : text_(text) {}
     [[nodiscard]] constexpr std::string_view view() const { return text_; }
 
 private:

@@ -1,6 +1,11 @@
 #include "inspect/page_numbers.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "inspect/message_meanings.h"
 #include "inspect/page_table.h"
@@ -141,7 +146,7 @@ std::string firstOf(std::size_t shown, std::uint64_t all) {
     return shown < all ? ", the first " + std::to_string(shown) : std::string{};
 }
 
-std::string cut(std::string text) {
+std::string cut(const std::string& text) {
     constexpr std::size_t most = 200;
     return text.size() > most ? text.substr(0, most) + "\u2026" : text;
 }

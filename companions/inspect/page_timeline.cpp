@@ -1,8 +1,10 @@
 // The picture of the satellites: a table with one row a satellite, in it one lane a signal.
 
 #include <algorithm>
-#include <array>
 #include <numeric>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "inspect/page_pictures.h"
 #include "inspect/page_style.h"
