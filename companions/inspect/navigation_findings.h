@@ -28,8 +28,8 @@ private:
     void takeGlonass(const reading::Message& message, FindingTally& tally);
     void takeIonosphere(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
     void takeTimeOffset(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
-    bool keep(Constellation constellation, std::uint64_t key, std::uint64_t content, const reading::Message& message,
-              FindingTally& tally);
+    bool keep(Constellation constellation, std::uint64_t key, std::uint64_t content,
+              const reading::Message& message, FindingTally& tally);
 
     std::optional<reading::LogDate> date_;  // of the last RD: the converter rolls no midnight
     bool beidouCame_ = false;

@@ -87,7 +87,9 @@ void TimeFindings::takeUndated(const reading::Epoch& epoch, FindingTally& tally)
 void TimeFindings::tell(const LogSummary& summary, FindingTally& tally) const {
     std::uint64_t hidden = 0;
     for (const auto& [step, count] : undatedSteps_) {
-        hidden += std::abs(static_cast<double>(step) / 1000.0 - static_cast<double>(interval_)) < 0.0005 ? 0 : count;
+        hidden += std::abs(static_cast<double>(step) / 1000.0 - static_cast<double>(interval_)) < 0.0005
+                      ? 0
+                      : count;
     }
     tally.add(FindingId::hiddenSteps, hidden,
               [&] { return "the clock goes on by " + secondsText(interval_) + " s at each epoch"; });

@@ -56,14 +56,16 @@ struct SignalCount {
 };
 
 // By system code and band.
-std::map<std::pair<unsigned, std::size_t>, SignalCount> signalCounts(const std::vector<EpochMessages>& epochs) {
-    const std::vector<std::pair<std::string, std::string>> bandIds = {{"FC", "CE"}, {"F1", "1E"}, {"F2", "2E"},
-                                                                      {"F3", "3E"}, {"F5", "5E"}, {"Fl", "lE"}};
+std::map<std::pair<unsigned, std::size_t>, SignalCount> signalCounts(
+    const std::vector<EpochMessages>& epochs) {
+    const std::vector<std::pair<std::string, std::string>> bandIds = {
+        {"FC", "CE"}, {"F1", "1E"}, {"F2", "2E"}, {"F3", "3E"}, {"F5", "5E"}, {"Fl", "lE"}};
     std::map<std::pair<unsigned, std::size_t>, SignalCount> counts;
     for (std::size_t epoch = 0; epoch < epochs.size(); ++epoch) {
         const auto body = [&](const std::string& id) {
             const auto found = epochs[epoch].find(id);
-            return found == epochs[epoch].end() ? std::string() : found->second.substr(0, found->second.size() - 1);
+            return found == epochs[epoch].end() ? std::string()
+                                                : found->second.substr(0, found->second.size() - 1);
         };
         const std::string list = body("SX");
         for (std::size_t band = 0; band < bandIds.size(); ++band) {
@@ -99,7 +101,8 @@ constexpr std::array<unsigned, constellationCount> codeOf = {1, 2, 4, 5, 6, 7, 3
 
 void expectSignals(const LogSummary& log, const std::vector<EpochMessages>& epochs) {
     auto counts = signalCounts(epochs);
-    std::erase_if(counts, [](const auto& entry) { return std::ranges::count(codeOf, entry.first.first) == 0; });
+    std::erase_if(counts,
+                  [](const auto& entry) { return std::ranges::count(codeOf, entry.first.first) == 0; });
     EXPECT_EQ(log.signals.size(), counts.size());
     for (const SignalSummary& signal : log.signals) {
         SignalCount& count = counts[{codeOf[indexOf(signal.constellation)], signal.band}];

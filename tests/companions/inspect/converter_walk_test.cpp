@@ -21,14 +21,16 @@ using testsupport::inspected;
 using testsupport::putCleanEpoch;
 
 TEST(ConverterWalkTest, ConvertedBytes_AreThoseOfTheReader) {
-    const auto bytes = [](MessageId id, int length) { return convertedBytes(id, findRowQuickly(id), length); };
-    EXPECT_EQ(bytes("~~", 5), 11);     // body and line end
-    EXPECT_EQ(bytes("KV", 20), 27);    // two line ends
+    const auto bytes = [](MessageId id, int length) {
+        return convertedBytes(id, findRowQuickly(id), length);
+    };
+    EXPECT_EQ(bytes("~~", 5), 11);   // body and line end
+    EXPECT_EQ(bytes("KV", 20), 27);  // two line ends
     EXPECT_EQ(bytes("PM", 20), 27);
     EXPECT_EQ(bytes("==", 20), 26);
-    EXPECT_EQ(bytes("SE", 40), 12);    // whatever the length says
+    EXPECT_EQ(bytes("SE", 40), 12);  // whatever the length says
     EXPECT_EQ(bytes("rc", 13), 19);
-    EXPECT_EQ(bytes("rc", 15), 19);    // whole elements
+    EXPECT_EQ(bytes("rc", 15), 19);  // whole elements
     EXPECT_EQ(bytes("NE", 88), 94);
     EXPECT_EQ(bytes("NE", 103), 110);  // one more than the message has
     EXPECT_EQ(bytes("NE", 90), 5);

@@ -41,7 +41,10 @@ LogSummary fullSummary() {
     log.raw(std::string(30, '\0'));
     putCleanEpoch(log, testsupport::cleanStart + 5500);
     log.message("zz", "body").io({.alpha0 = 1.0F}).ge123({.sv = 9, .week = 265, .toe = 122'400});
-    log.time(testsupport::cleanStart + 6500).rd(2024, 5, 6).sx({{SystemCode::glonass, -4}, {SystemCode::qzss, 2}, {8, 8}}).nn({255});
+    log.time(testsupport::cleanStart + 6500)
+        .rd(2024, 5, 6)
+        .sx({{SystemCode::glonass, -4}, {SystemCode::qzss, 2}, {8, 8}})
+        .nn({255});
     log.flags(Band::c, {0x40, 0x40}).to(0).td();
     LogSummary summary = inspected(log);
     summary.file = "folder/site.kvs";
@@ -131,13 +134,15 @@ TEST(ScreenTest, TellsAllAndKeepsTo80Columns) {
     EXPECT_THAT(screen, HasSubstr("folder/site.kvs\nSize        "));
     EXPECT_THAT(screen, HasSubstr("Time        2024-05-06T10:00:00.000 to 2024-05-06T10:00:06.500 (GPS)\n"));
     EXPECT_THAT(screen, HasSubstr("Epochs      5 epochs, every 1.000 s, 3 missing\n"));
-    EXPECT_THAT(screen, HasSubstr("Gaps        1\n"
-                                  "            2024-05-06T10:00:02.000 to 2024-05-06T10:00:05.500, 3.500 s\n"));
+    EXPECT_THAT(screen,
+                HasSubstr("Gaps        1\n"
+                          "            2024-05-06T10:00:02.000 to 2024-05-06T10:00:05.500, 3.500 s\n"));
     EXPECT_THAT(screen, HasSubstr("Marker      SITE\n"));
     EXPECT_THAT(screen, HasSubstr("Position    3000000.0000 1.0000 2.0000 m\n"));
     EXPECT_THAT(screen, HasSubstr("  GPS         2  G05 G07\n"));
     EXPECT_THAT(screen, HasSubstr("  1 entry of unknown systems\n"));
-    EXPECT_THAT(screen, HasSubstr("  GPS 1C                     2   80.0 %           42.50   40.00 to 45.00\n"));
+    EXPECT_THAT(screen,
+                HasSubstr("  GPS 1C                     2   80.0 %           42.50   40.00 to 45.00\n"));
     EXPECT_THAT(screen, HasSubstr("  GPS LNAV                       1           1\n"));
     EXPECT_THAT(screen, HasSubstr("  zz         1            11  unknown\n"));
     EXPECT_THAT(screen, HasSubstr("Damage      1 place, 30 bytes\n"));
@@ -150,7 +155,7 @@ TEST(ScreenTest, CleanLog) {
     const std::string screen = screenOf(inspected(cleanLog()));
     EXPECT_THAT(screen, HasSubstr("Gaps        none\n"));
     EXPECT_THAT(screen, HasSubstr("Damage      none\n"));
-    EXPECT_THAT(screen, HasSubstr("  also      O20\n"));
+    EXPECT_THAT(screen, HasSubstr("  also      O20 N17 N23\n"));
 }
 
 TEST(ScreenTest, EmptySummary) {
@@ -219,7 +224,8 @@ TEST(ProgressTest, ABarThen_AtMostTenTimesASecond) {
     ProgressBar bar(out, "site.kvs", 1000, start);
     bar.show(500, start + std::chrono::milliseconds{1000});
     const std::string first = out.str();
-    EXPECT_EQ(first, "\rsite.kvs                      [" + std::string(20, '#') + std::string(20, '.') + "] 50 %");
+    EXPECT_EQ(first,
+              "\rsite.kvs                      [" + std::string(20, '#') + std::string(20, '.') + "] 50 %");
     bar.show(501, start + std::chrono::milliseconds{1099});
     EXPECT_EQ(out.str(), first);
     bar.show(2000, start + std::chrono::milliseconds{1100});

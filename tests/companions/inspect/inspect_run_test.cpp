@@ -47,8 +47,7 @@ protected:
         }
         std::ostringstream out;
         std::ostringstream errors;
-        const int status =
-            inspect(static_cast<int>(pointers.size()), pointers.data(), out, errors, terminal);
+        const int status = inspect(static_cast<int>(pointers.size()), pointers.data(), out, errors, terminal);
         return {status, out.str(), errors.str()};
     }
 
@@ -102,7 +101,8 @@ TEST_F(InspectRunTest, NoLogAtAll_IsOneDamage) {
 }
 
 TEST_F(InspectRunTest, Json_OfAllLogsThatCanBeRead) {
-    const Ran ran = run({"--json", put("a.kvs", cleanLog().take()), path("none"), put("b.kvs", damagedLog())});
+    const Ran ran =
+        run({"--json", put("a.kvs", cleanLog().take()), path("none"), put("b.kvs", damagedLog())});
     EXPECT_EQ(ran.status, 1);
     const auto logs = nlohmann::json::parse(ran.out)["logs"];
     ASSERT_EQ(logs.size(), 2);
@@ -200,9 +200,10 @@ TEST(JudgedTest, WhatTheSizesSay) {
     EXPECT_THAT(judged(summary, {{}, {}}, false).summary->notes, IsEmpty());  // a pipe
     EXPECT_THAT(judged(summary, {100, {}}, false).summary->notes,
                 testing::ElementsAre("the file was removed while it was read; all of it was read"));
-    EXPECT_THAT(judged(summary, {90, 120}, false).summary->notes,
-                testing::ElementsAre("the file grew while it was read: its first 100 bytes are told, and its last "
-                                     "message may be cut"));
+    EXPECT_THAT(
+        judged(summary, {90, 120}, false).summary->notes,
+        testing::ElementsAre("the file grew while it was read: its first 100 bytes are told, and its last "
+                             "message may be cut"));
 }
 
 }  // namespace

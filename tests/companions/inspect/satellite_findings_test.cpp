@@ -28,8 +28,10 @@ void putBand(LogBuilder& log, Band band, std::size_t count) {
     } else {
         log.rangeDeltas(band, std::vector<std::int16_t>(count, 7));
     }
-    log.phases(band, std::vector<std::int32_t>(count, 1)).dopplerDeltas(band, std::vector<std::int16_t>(count, 1));
-    log.strengths(band, std::vector<std::uint8_t>(count, 160)).flags(band, std::vector<std::uint16_t>(count, 0x40));
+    log.phases(band, std::vector<std::int32_t>(count, 1))
+        .dopplerDeltas(band, std::vector<std::int16_t>(count, 1));
+    log.strengths(band, std::vector<std::uint8_t>(count, 160))
+        .flags(band, std::vector<std::uint16_t>(count, 0x40));
 }
 
 void putEpoch(LogBuilder& log, int index, const Satellites& satellites, const std::vector<Band>& bands,
@@ -221,7 +223,8 @@ TEST(SatelliteFindingsTest, LeftoverLines_MoreThanTheRecordsHold) {
 }
 
 TEST(SatelliteFindingsTest, NavicDigits_AndShiftedPhases_AreOfEverySuchLog) {
-    const LogSummary log = threeEpochs({{SystemCode::navic, 2}, {SystemCode::gps, 3}}, {Band::c, Band::b1, Band::l});
+    const LogSummary log =
+        threeEpochs({{SystemCode::navic, 2}, {SystemCode::gps, 3}}, {Band::c, Band::b1, Band::l});
     EXPECT_EQ(countOf(log, "O28"), 3);
     EXPECT_EQ(countOf(log, "O29"), 2);  // GPS 1W and 1X
     EXPECT_EQ(exampleOf(log, "O29"), "GPS 1W");
@@ -236,7 +239,9 @@ TEST(SatelliteFindingsTest, C2pAlone) {
         log.rangeDeltas(Band::b3, {1}).td();
     }
     EXPECT_EQ(codes(inspected(log)), "O33");
-    EXPECT_EQ(countOf(threeEpochs({{SystemCode::glonass, 1}}, {Band::c, Band::b1, Band::b2, Band::b3}, {3}), "O33"), 0);
+    EXPECT_EQ(
+        countOf(threeEpochs({{SystemCode::glonass, 1}}, {Band::c, Band::b1, Band::b2, Band::b3}, {3}), "O33"),
+        0);
 }
 
 TEST(SatelliteFindingsTest, MissingMessages_AreReplacedByTheirLastOnes) {
@@ -249,8 +254,8 @@ TEST(SatelliteFindingsTest, MissingMessages_AreReplacedByTheirLastOnes) {
 }
 
 TEST(SatelliteFindingsTest, LeftOutSystems) {
-    const LogSummary log = threeEpochs({{SystemCode::gps, 5}, {SystemCode::sbas, 20}, {SystemCode::glonassCdma, 1}},
-                                       {Band::c});
+    const LogSummary log =
+        threeEpochs({{SystemCode::gps, 5}, {SystemCode::sbas, 20}, {SystemCode::glonassCdma, 1}}, {Band::c});
     EXPECT_EQ(countOf(log, "O31"), 2);
     EXPECT_EQ(exampleOf(log, "O31"), "S20");
     EXPECT_EQ(exampleOf(log, "O17"), "M in place of G");  // SBAS counts as Galileo

@@ -237,7 +237,10 @@ TEST(SummaryTest, Signals_SatellitesEpochsAndStrengths) {
         .flags(Band::b2, {0, 0x40})
         .strengths(Band::b2, {0, 0, 0})
         .td();
-    builder.sx({{SystemCode::gps, 9}, {SystemCode::gps, 3}}).flags(Band::c, {0x40, 0xBF}).strengths(Band::c, {162}).td();
+    builder.sx({{SystemCode::gps, 9}, {SystemCode::gps, 3}})
+        .flags(Band::c, {0x40, 0xBF})
+        .strengths(Band::c, {162})
+        .td();
     builder.sx({{SystemCode::gps, 9}}).td();
     const LogSummary log = inspected(builder);
     ASSERT_THAT(log.signals, SizeIs(3));
@@ -290,10 +293,11 @@ TEST(SummaryTest, Navigation_KindsBySystemFlagsAndLength) {
                         std::string(rowOf(kind.kind).name) + " " + std::to_string(kind.messages) + " " +
                         std::to_string(kind.satellites.count()));
     }
-    EXPECT_THAT(kinds, ElementsAre("GPS CNAV 1 1", "GPS LNAV 4 3", "GPS CNV2 1 1", "GPS untyped 1 1",
-                                   "GLONASS FDMA 1 1", "Galileo INAV 1 1", "Galileo FNAV 1 1",
-                                   "QZSS ephemerides 1 1", "BeiDou D2 1 1", "BeiDou D1 1 1", "BeiDou CNV1 1 1",
-                                   "BeiDou CNV3 1 1", "NavIC LNAV 1 1", "GPS almanacs 1 1", "GPS ionosphere 1 0"));
+    EXPECT_THAT(
+        kinds, ElementsAre("GPS CNAV 1 1", "GPS LNAV 4 3", "GPS CNV2 1 1", "GPS untyped 1 1",
+                           "GLONASS FDMA 1 1", "Galileo INAV 1 1", "Galileo FNAV 1 1", "QZSS ephemerides 1 1",
+                           "BeiDou D2 1 1", "BeiDou D1 1 1", "BeiDou CNV1 1 1", "BeiDou CNV3 1 1",
+                           "NavIC LNAV 1 1", "GPS almanacs 1 1", "GPS ionosphere 1 0"));
 }
 
 TEST(SummaryTest, Damage_PlacesAndBytes) {

@@ -104,9 +104,9 @@ TEST(TimelineTest, SatellitesBeyondTheMost_AreCounted) {
 TEST(TimelineTest, BrokenDates_DoNotSqueezeTheRest) {
     LogBuilder builder;
     builder.rd(2024, 5, 6).time(0).td().time(1000).td();
-    builder.rd(2090, 5, 6).time(2000).td();   // alone: left out
+    builder.rd(2090, 5, 6).time(2000).td();  // alone: left out
     builder.rd(2024, 5, 6).time(3000).td();
-    builder.rd(2010, 5, 6).time(4000).td();   // ahead of the start
+    builder.rd(2010, 5, 6).time(4000).td();                  // ahead of the start
     builder.rd(2024, 5, 9).time(5000).td().time(6000).td();  // the second stands beside the first
     const Timeline line = timelineOf(builder);
     EXPECT_EQ(line.epochsLeftOut, 3);
@@ -127,8 +127,12 @@ TEST(TimelineTest, GapsOutsideThePicture_AreNotCountedIn) {
 TEST(TimelineTest, Tracks_StandByConstellationNumberChannel) {
     LogBuilder builder;
     builder.rd(2024, 5, 6).time(0);
-    builder.sx({{SystemCode::beidou, 3}, {SystemCode::glonass, 5}, {SystemCode::glonass, -5}, {SystemCode::glonass, 1},
-                {SystemCode::gps, 30}, {SystemCode::gps, 2}});
+    builder.sx({{SystemCode::beidou, 3},
+                {SystemCode::glonass, 5},
+                {SystemCode::glonass, -5},
+                {SystemCode::glonass, 1},
+                {SystemCode::gps, 30},
+                {SystemCode::gps, 2}});
     builder.nn({255, 255, 9}).td();
     const Timeline line = timelineOf(builder);
     std::vector<std::string> names;

@@ -23,8 +23,10 @@ std::string codes(const orbconv::inspect::LogSummary& log);
 std::string codesOfEverySuch(const orbconv::inspect::LogSummary& log);
 
 // Count of the finding of this code whose title has these words; 0 if there is none.
-std::uint64_t countOf(const orbconv::inspect::LogSummary& log, std::string_view code, std::string_view words = "");
-std::string exampleOf(const orbconv::inspect::LogSummary& log, std::string_view code, std::string_view words = "");
+std::uint64_t countOf(const orbconv::inspect::LogSummary& log, std::string_view code,
+                      std::string_view words = "");
+std::string exampleOf(const orbconv::inspect::LogSummary& log, std::string_view code,
+                      std::string_view words = "");
 
 // Pieces of a log that sets off no finding but those of every such log: GPS satellites 5 and 7 on one signal.
 inline constexpr std::uint32_t cleanStart = 36'000'000;  // 10:00:00

@@ -46,8 +46,8 @@ TEST(InspectFilesTest, TheProgram_ItsStatusAndItsStreams) {
     const std::string log = (folder / "inspect_program.kvs").string();
     const std::string out = (folder / "inspect_program.out").string();
     std::ofstream(log, std::ios::binary) << testsupport::cleanLog().take() << std::string(20, '\0');
-    const std::string command = std::string("\"") + ORBCONV_INSPECT_BINARY + "\" --json \"" + log + "\" >\"" + out +
-                                "\" 2>&1";
+    const std::string command =
+        std::string("\"") + ORBCONV_INSPECT_BINARY + "\" --json \"" + log + "\" >\"" + out + "\" 2>&1";
     const int status = std::system(command.c_str());
     EXPECT_EQ(WEXITSTATUS(status), 2);
     std::ifstream file(out);
