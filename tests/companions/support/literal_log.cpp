@@ -25,10 +25,10 @@ const std::map<std::string, std::size_t, std::less<>> arrays = {
 
 // Longest bodies of what is read as a whole, the checksum included.
 const std::map<std::string, std::size_t, std::less<>> longest = {
-    {"~~", 11},  {"RD", 19},  {"PV", 47},  {"TO", 23},  {"AI", 107}, {"UO", 31}, {"IO", 39},  {"NU", 31},
-    {"EN", 159}, {"EU", 47},  {"CU", 31},  {"CI", 39},  {"II", 39},  {"IU", 31}, {"IE", 431}, {"KV", 94},
-    {"TD", 302}, {"MF", 22},  {"GA", 176}, {"ST", 7},   {"DP", 23},  {"DO", 23}, {"NA", 303}, {"WE", 303},
-    {"WA", 303}, {"WU", 303}, {"EA", 303}, {"QE", 303}, {"QA", 303}, {"QU", 31}, {"QI", 47},  {"CA", 303},
+    {"~~", 11},  {"RD", 19},  {"PV", 47},  {"TO", 23},  {"AI", 107}, {"UO", 31},  {"IO", 39},  {"NU", 31},
+    {"EN", 159}, {"EU", 47},  {"CU", 31},  {"CI", 39},  {"II", 39},  {"IU", 31},  {"IE", 431}, {"KV", 94},
+    {"TD", 302}, {"MF", 22},  {"GA", 176}, {"ST", 7},   {"DP", 23},  {"DO", 23},  {"NA", 303}, {"WE", 303},
+    {"WA", 303}, {"WU", 303}, {"EA", 303}, {"QE", 303}, {"QA", 303}, {"QU", 31},  {"QI", 47},  {"CA", 303},
     {"IA", 299}, {"==", 106}, {"PM", 104}, {"SS", 182}, {"NN", 25}};
 
 bool isPossible(const std::string& id, std::size_t length) {

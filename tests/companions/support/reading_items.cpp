@@ -65,8 +65,7 @@ FoundItems itemsOfFile(std::string_view log) {
 
 LogFile::LogFile(std::string_view bytes)
     : path_(std::filesystem::temp_directory_path() /
-            ("orbconv-log-" + std::to_string(std::random_device()()) +
-             std::to_string(std::random_device()()))) {
+            ("orbconv-log-" + std::to_string(std::random_device()()) + std::to_string(std::random_device()()))) {
     std::ofstream file(path_, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!file.flush()) {

@@ -25,8 +25,8 @@ struct FoundMessage {
 struct FoundItems {
     std::vector<FoundMessage> messages;
     std::vector<orbconv::reading::Damage> damages;
-    // Whether each item began where the one before ended, the last ended with the log, and no two stretches
-    // of damage stood side by side.
+    // Whether each item began where the one before ended, the last ended with the log, and no two stretches of
+    // damage stood side by side.
     bool tiled = true;
     bool failed = false;
 
