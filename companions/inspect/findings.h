@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -159,9 +158,16 @@ inline constexpr auto findingRows = std::to_array<FindingRow>({
 // clang-format on
 
 static_assert(findingRows.size() == findingCount);
-static_assert(std::ranges::equal(findingRows, std::views::iota(std::size_t{0}, findingCount), {},
-                                 [](const FindingRow& row) { return static_cast<std::size_t>(row.id); }),
-              "the rows stand in the order of their ids");
+static_assert(
+    [] {
+        for (std::size_t i = 0; i < findingCount; ++i) {
+            if (static_cast<std::size_t>(findingRows[i].id) != i) {
+                return false;
+            }
+        }
+        return true;
+    }(),
+    "the rows stand in the order of their ids");
 static_assert(std::ranges::all_of(findingRows, [](const FindingRow& row) { return row.title.size() <= 64; }));
 
 constexpr const FindingRow& rowOf(FindingId id) {

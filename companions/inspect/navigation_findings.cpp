@@ -102,7 +102,7 @@ void NavigationFindings::take(const Message& message, FindingTally& tally) {
 
 void NavigationFindings::takeDate(const Message& message) {
     const auto content = message.content();
-    if (content.size() < dateBody::timeBase.offset + dateBody::timeBase.width) {
+    if (content.size() <= dateBody::timeBase.offset) {
         return;
     }
     const auto date =
@@ -207,17 +207,22 @@ void NavigationFindings::takeNewRecord(const NavigationKindRow& kind, const Mess
     const bool ofD = beidou && kind.name.starts_with("D");
     tally.add(FindingId::beidouTypes, ofD ? 1 : 0, where);
     tally.add(FindingId::geostationaryD1, ofD && kepler.sv >= 59 ? 1 : 0, where);
-    if (gps && isCnav(kind)) {
-        const auto accuracies = content.subspan(cnavBody::firstAccuracy, cnavBody::accuracies);
+    if (gps) {
+        takeNewGps(kind, message, kepler.week, tally);
+    }
+}
+
+void NavigationFindings::takeNewGps(const NavigationKindRow& kind, const Message& message, std::int16_t week,
+                                    FindingTally& tally) {
+    const auto where = [&] { return placeText(message); };
+    if (isCnav(kind)) {
+        const auto accuracies = message.content().subspan(cnavBody::firstAccuracy, cnavBody::accuracies);
         const bool negative = std::ranges::any_of(accuracies, [](std::uint8_t byte) { return byte >= 0x80; });
         tally.add(FindingId::negativeAccuracies, negative ? 1 : 0, where);
     }
-    if (gps) {
-        tally.add(FindingId::severalWeeks,
-                  lastWeek_ && kepler.week != *lastWeek_ && kepler.week != *firstWeek_ ? 1 : 0, where);
-        firstWeek_ = firstWeek_ ? firstWeek_ : kepler.week;
-        lastWeek_ = kepler.week;
-    }
+    tally.add(FindingId::severalWeeks, lastWeek_ && week != *lastWeek_ && week != *firstWeek_ ? 1 : 0, where);
+    firstWeek_ = firstWeek_ ? firstWeek_ : week;
+    lastWeek_ = week;
 }
 
 void NavigationFindings::takeGlonass(const Message& message, FindingTally& tally) {

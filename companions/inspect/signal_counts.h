@@ -73,7 +73,7 @@ private:
 
     void addList(const reading::Epoch& epoch);
     void addBand(const reading::Epoch& epoch, std::size_t band);
-    [[nodiscard]] Keys distinct(const Keys& keys, const System& system) const;
+    [[nodiscard]] static Keys distinct(const Keys& keys, const System& system);
 
     std::vector<PerConstellation<Signal>> signals_;  // by band
     PerConstellation<System> systems_{};

@@ -25,7 +25,7 @@ std::string secondsText(double seconds) {
 void TimeFindings::take(const reading::Message& message) {
     headerComes_ = false;
     const auto content = message.content();
-    if (message.row == orbconv::rowOf("~~") && content.size() >= timeOfDay.width) {
+    if (message.row == orbconv::rowOf("~~") && content.size() >= sizeof(std::uint32_t)) {
         takeTime(timeOfDay.load(content.data()));
     } else if (message.row == orbconv::rowOf("RD") && content.size() > timeBase.offset) {
         ++dates_;
