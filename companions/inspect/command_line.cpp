@@ -7,14 +7,16 @@ namespace orbconv::inspect {
 
 CommandLine::CommandLine(InspectOptions& options)
     : options_(options), parser_("orbconv-inspect", "", argparse::default_arguments::none, false) {
-    parser_.add_description("Tells what is in receiver logs, what is wrong with them, and what orbconv will make of "
-                            "them.");
+    parser_.add_description(
+        "Tells what is in receiver logs, what is wrong with them, and what orbconv will make of "
+        "them.");
     parser_.add_epilog("Exit status: 0 nothing wrong, 2 damage found, 1 a log can't be read.");
-    parser_.add_argument("logs").help("logs to look at").metavar("LOG").nargs(
-        argparse::nargs_pattern::any);
+    parser_.add_argument("logs").help("logs to look at").metavar("LOG").nargs(argparse::nargs_pattern::any);
     parser_.add_argument("--json").help("print one JSON document").flag();
-    parser_.add_argument("--html").help("write a page with pictures").metavar("FILE").store_into(
-        options.htmlFile);
+    parser_.add_argument("--html")
+        .help("write a page with pictures")
+        .metavar("FILE")
+        .store_into(options.htmlFile);
     parser_.add_argument("-q", "--quiet").help("print nothing on standard output but JSON").flag();
     parser_.add_argument("-h", "--help").help("print this help").flag();
     parser_.add_argument("--version").help("print the version").flag();

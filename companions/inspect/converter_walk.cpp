@@ -67,7 +67,8 @@ std::uint64_t convertedBytes(MessageId id, std::size_t row, int length) {
         case Reading::fixedBlock: return headerBytes + static_cast<std::uint64_t>(known.adjust) + closing;
         case Reading::array:
             return headerBytes +
-                   static_cast<std::uint64_t>((length - 1) / known.elementBytes * known.elementBytes) + closing;
+                   static_cast<std::uint64_t>((length - 1) / known.elementBytes * known.elementBytes) +
+                   closing;
         case Reading::forms: break;
     }
     return headerBytes + formBytes(known, length);
@@ -113,9 +114,8 @@ void ConverterWalk::passDamage(const reading::Damage& damage) {
 }
 
 void ConverterWalk::tell(FindingTally& tally) const {
-    tally.add(FindingId::outOfStep, lost_, [&] {
-        return "first " + example_ + "; " + std::to_string(lostEpochs_) + " ends of epochs among them";
-    });
+    tally.add(FindingId::outOfStep, lost_,
+              [&] { return "first " + example_ + "; ends of epochs: " + std::to_string(lostEpochs_); });
 }
 
 }  // namespace orbconv::inspect

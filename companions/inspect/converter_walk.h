@@ -1,6 +1,6 @@
 // Where the converter's reader stands in a log, beside the careful reader: which messages it meets at their
-// start, and what it loses where a length takes it out of step. Behind such a place the converter's own reader
-// is run over the bytes until it stands at the start of a message again.
+// start, and what it loses where a length takes it out of step. Behind such a place the converter's own
+// reader is run over the bytes until it stands at the start of a message again.
 #pragma once
 
 #include <cstdint>
@@ -32,7 +32,7 @@ private:
     std::span<const std::uint8_t> memory_;  // the window
     std::uint64_t offset_ = 0;              // of the window
     std::string path_;                      // empty: the memory is all
-    std::ifstream file_;  // opened at the first need
+    std::ifstream file_;                    // opened at the first need
     std::vector<std::uint8_t> buffer_;
 };
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,13 +65,16 @@ enum class FindingId : std::uint8_t {
     severalIonospheres,
     beidouIonosphereLost,
     yearZero,
+    galileoHealth,
     fullTables,
     navicIonosphere,
     mixedExponents,
     galileoIonosphere,
+    timeOffsetForms,
     cnavRecords,
     beidouCnavRecords,
     noRecords,
+    timeOffsetDates,
     negativeAccuracies,
     beidouTypes,
     geostationaryD1,
@@ -139,13 +141,16 @@ inline constexpr auto findingRows = std::to_array<FindingRow>({
     {FindingId::severalIonospheres,   "N12", "More than one set of ionosphere coefficients",                "sets"},
     {FindingId::beidouIonosphereLost, "N12", "BeiDou's ionosphere ahead of its first ephemeris is lost",    "messages"},
     {FindingId::yearZero,             "N21", "Navigation messages ahead of the first date",                 "messages"},
+    {FindingId::galileoHealth,        "N26", "Galileo's health has eight bits of nine",                      "messages", true},
     {FindingId::fullTables,           "N28", "Navigation tables are full",                                  "messages"},
     {FindingId::navicIonosphere,      "N22", "NavIC's ionosphere lines are labelled IRSA and IRSB",         "messages", true},
     {FindingId::mixedExponents,       "N14", "4.x: exponents with e and with D in one file",                "messages", true},
     {FindingId::galileoIonosphere,    "N16", "4.x: Galileo's ionosphere is headed ION C00 IFNV",            "messages", true},
+    {FindingId::timeOffsetForms,      "N17", "4.x: STO records are not of the standard's form",             "messages", true},
     {FindingId::cnavRecords,          "N18", "GPS CNAV and CNV2: not at 3.05, other corrections at 4.x",    "messages"},
     {FindingId::beidouCnavRecords,    "N19", "BeiDou CNV1 to CNV3: not at 3.05, lines of their own at 4.x", "messages"},
     {FindingId::noRecords,            "N20", "QZSS and SBAS navigation messages are left out",              "messages"},
+    {FindingId::timeOffsetDates,      "N23", "4.x: STO records have the date of reception",                 "messages", true},
     {FindingId::negativeAccuracies,   "N24", "4.x: negative accuracy indices of CNAV print 256 higher",     "messages"},
     {FindingId::beidouTypes,          "N25", "4.x: D1 and D2 stand two columns to the right",               "messages", true},
     {FindingId::geostationaryD1,      "N27", "BeiDou satellites 59 to 63 are labelled D1",                  "messages"},
@@ -153,9 +158,16 @@ inline constexpr auto findingRows = std::to_array<FindingRow>({
 // clang-format on
 
 static_assert(findingRows.size() == findingCount);
-static_assert(std::ranges::equal(findingRows, std::views::iota(std::size_t{0}, findingCount), {},
-                                 [](const FindingRow& row) { return static_cast<std::size_t>(row.id); }),
-              "the rows stand in the order of their ids");
+static_assert(
+    [] {
+        for (std::size_t i = 0; i < findingCount; ++i) {
+            if (static_cast<std::size_t>(findingRows[i].id) != i) {
+                return false;
+            }
+        }
+        return true;
+    }(),
+    "the rows stand in the order of their ids");
 static_assert(std::ranges::all_of(findingRows, [](const FindingRow& row) { return row.title.size() <= 64; }));
 
 constexpr const FindingRow& rowOf(FindingId id) {

@@ -30,8 +30,9 @@ constexpr std::array<HeaderText, 5> headerTexts = {{
 // The letter of RINEX for the constellations of a list; 0 for none that is written.
 char letterOf(const PerConstellation<bool>& inList) {
     char letter = 0;
-    for (const Constellation constellation : {Constellation::gps, Constellation::glonass, Constellation::galileo,
-                                              Constellation::beidou, Constellation::navic}) {
+    for (const Constellation constellation :
+         {Constellation::gps, Constellation::glonass, Constellation::galileo, Constellation::beidou,
+          Constellation::navic}) {
         if (inList[indexOf(constellation)]) {
             letter = letter == 0 ? systemLetters[indexOf(constellation)] : 'M';
         }
@@ -76,14 +77,16 @@ void tellSignal(const SignalSummary& signal, FindingTally& tally) {
         secondRecord = secondRecord || (signal.satellites[n] && extra.cycles != 0.0 &&
                                         extra.satellites.holds(static_cast<std::int32_t>(n)));
     }
-    const bool slotless = signal.constellation == Constellation::glonass &&
-                          signal.satelliteCount > signal.satellites.count() - (signal.satellites[0] ? 1U : 0U);
+    const bool slotless =
+        signal.constellation == Constellation::glonass &&
+        signal.satelliteCount > signal.satellites.count() - (signal.satellites[0] ? 1U : 0U);
     const std::size_t room = beidou ? 20 : 30;  // satellites that SYS / PHASE SHIFT shows
     const bool cut = signal.satelliteCount > room || secondRecord || slotless;
     tally.add(FindingId::beidouCodes, beidou ? 1 : 0, text);
-    tally.add(FindingId::navicDigits,
-              signal.constellation == Constellation::navic && signal.band == bands::l ? signal.observations : 0,
-              text);
+    tally.add(
+        FindingId::navicDigits,
+        signal.constellation == Constellation::navic && signal.band == bands::l ? signal.observations : 0,
+        text);
     tally.add(FindingId::shiftedPhases, shift != 0.0F || secondRecord ? 1 : 0, text);
     tally.add(FindingId::cutPhaseShifts, cut ? 1 : 0, text);
 }
@@ -166,9 +169,8 @@ void HeaderFindings::takeHeader(FindingTally& tally) {
     headerDone_ = true;
     const char right = letterOf(inList_);
     const std::string given(presence_.satelliteSystemLetter());
-    tally.add(FindingId::wrongLetter, right != 0 && given != std::string(1, right) ? 1 : 0, [&] {
-        return (given.empty() ? "none" : given) + " in place of " + std::string(1, right);
-    });
+    tally.add(FindingId::wrongLetter, right != 0 && given != std::string(1, right) ? 1 : 0,
+              [&] { return (given.empty() ? "none" : given) + " in place of " + std::string(1, right); });
     takeTexts(tally);
     tally.add(FindingId::missingIdentity, positionCame_ ? 0 : 1, [] { return std::string("position"); });
 }

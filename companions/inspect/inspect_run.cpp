@@ -43,13 +43,15 @@ bool writeHtml(const std::string& file, const std::vector<LogSummary>& logs, std
         page.close();
     }
     if (!page) {
-        errors << "orbconv-inspect: " << file << ": the page can't be written: " << std::strerror(errno) << '\n';
+        errors << "orbconv-inspect: " << file << ": the page can't be written: " << std::strerror(errno)
+               << '\n';
     }
     return !page.fail();
 }
 
 // All logs of the command line, and their status so far.
-int readLogs(const InspectOptions& options, std::vector<LogSummary>& logs, std::ostream& errors, bool terminal) {
+int readLogs(const InspectOptions& options, std::vector<LogSummary>& logs, std::ostream& errors,
+             bool terminal) {
     int status = nothingWrong;
     const LogWishes wishes{.timeline = !options.htmlFile.empty(), .progress = terminal ? &errors : nullptr};
     for (const std::string& file : options.logs) {

@@ -25,8 +25,8 @@ struct LogWishes {
     std::ostream* progress = nullptr;  // where a bar is drawn; null: none
 };
 
-// The file's sizes when it was opened and when its end was reached; nothing for what has none, such as a pipe,
-// or for a file that is gone.
+// The file's sizes when it was opened and when its end was reached; nothing for what has none, such as a
+// pipe, or for a file that is gone.
 struct FileSizes {
     std::optional<std::uint64_t> before;
     std::optional<std::uint64_t> after;

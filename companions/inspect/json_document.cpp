@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-
 namespace orbconv::inspect {
 
 namespace {
@@ -94,12 +93,11 @@ Json navigationOf(const LogSummary& log) {
     Json navigation = Json::array();
     for (const NavigationSummary& kind : log.navigation) {
         const NavigationKindRow& row = rowOf(kind.kind);
-        navigation.push_back(
-            {{"system", letterOf(row.constellation)},
-             {"kind", row.name},
-             {"id", std::string{row.id.first, row.id.second}},
-             {"messages", kind.messages},
-             {"satellites", row.namesSatellite ? Json(kind.satellites.count()) : Json()}});
+        navigation.push_back({{"system", letterOf(row.constellation)},
+                              {"kind", row.name},
+                              {"id", std::string{row.id.first, row.id.second}},
+                              {"messages", kind.messages},
+                              {"satellites", row.namesSatellite ? Json(kind.satellites.count()) : Json()}});
     }
     return navigation;
 }

@@ -42,8 +42,7 @@ std::string signalText(Constellation constellation, std::size_t band) {
 }
 
 std::optional<StrengthRange> strengthRange(const SignalSummary& signal) {
-    const auto total =
-        std::accumulate(signal.strengths.begin(), signal.strengths.end(), std::uint64_t{0});
+    const auto total = std::accumulate(signal.strengths.begin(), signal.strengths.end(), std::uint64_t{0});
     if (total == 0) {
         return std::nullopt;
     }

@@ -79,11 +79,11 @@ struct ConstellationSummary {
 // flag word that came in this epoch says so.
 struct SignalSummary {
     Constellation constellation{};
-    std::size_t band = 0;               // column of the tables of assembly/signals.h: c, 1, 2, 3, 5, l
-    std::bitset<256> satellites;        // by number; GLONASS by slot
-    std::size_t satelliteCount = 0;     // with GLONASS satellites without a slot, which the set has not
-    std::uint64_t epochs = 0;           // in which at least one satellite has it
-    std::uint64_t observations = 0;     // satellite epochs that have it
+    std::size_t band = 0;            // column of the tables of assembly/signals.h: c, 1, 2, 3, 5, l
+    std::bitset<256> satellites;     // by number; GLONASS by slot
+    std::size_t satelliteCount = 0;  // with GLONASS satellites without a slot, which the set has not
+    std::uint64_t epochs = 0;        // in which at least one satellite has it
+    std::uint64_t observations = 0;  // satellite epochs that have it
     // Of the carrier-to-noise density, one count a step of 0.25 dB-Hz; the value 0 means none and is not
     // counted. Median and range follow from it exactly.
     std::array<std::uint64_t, 256> strengths{};
@@ -177,8 +177,8 @@ struct Timeline {
     std::vector<SatelliteBin> satellites;                               // of all constellations together
     PerConstellation<std::vector<std::uint64_t>> satellitesBySystem{};  // sums; empty: none in the whole log
 
-    std::vector<SatelliteTrack> tracks;  // by constellation, then number, then channel; at most mostTracks
-    std::vector<SignalTrack> signals;    // by constellation, then band; those with a strength
+    std::vector<SatelliteTrack> tracks;   // by constellation, then number, then channel; at most mostTracks
+    std::vector<SignalTrack> signals;     // by constellation, then band; those with a strength
     std::uint64_t satellitesLeftOut = 0;  // beyond mostTracks
     // Epochs that are no part of the picture: without a time, ahead of the first one, or alone more than a
     // day behind the one before (a broken date must not squeeze all others into one bin).
@@ -192,19 +192,20 @@ struct LogSummary {
     std::uint64_t bytes = 0;
 
     std::uint64_t messages = 0;
-    std::vector<MessageCount> messagesById;  // most bytes first, then by id; at most one for any two characters
+    std::vector<MessageCount>
+        messagesById;  // most bytes first, then by id; at most one for any two characters
 
-    std::uint64_t epochs = 0;                 // closed by a TD
-    std::uint64_t epochsWithoutTime = 0;      // of these
-    bool dated = false;                       // times have a date
-    std::string_view timeScale;               // of the last date: "GPS", "UTC_USNO", ...; empty without one
-    std::optional<LogTime> first;             // of the first epoch with a time
-    std::optional<LogTime> last;              // of the last one
-    std::optional<Milliseconds> interval;     // most frequent step forward; the shortest of equally frequent
-    std::uint64_t missingEpochs = 0;          // intervals skipped in gaps
-    std::vector<Gap> gaps;                    // in the log's order; the first mostGapsKept
-    std::uint64_t gapCount = 0;               // all
-    std::uint64_t stepsBack = 0;              // epochs earlier than the one before
+    std::uint64_t epochs = 0;              // closed by a TD
+    std::uint64_t epochsWithoutTime = 0;   // of these
+    bool dated = false;                    // times have a date
+    std::string_view timeScale;            // of the last date: "GPS", "UTC_USNO", ...; empty without one
+    std::optional<LogTime> first;          // of the first epoch with a time
+    std::optional<LogTime> last;           // of the last one
+    std::optional<Milliseconds> interval;  // most frequent step forward; the shortest of equally frequent
+    std::uint64_t missingEpochs = 0;       // intervals skipped in gaps
+    std::vector<Gap> gaps;                 // in the log's order; the first mostGapsKept
+    std::uint64_t gapCount = 0;            // all
+    std::uint64_t stepsBack = 0;           // epochs earlier than the one before
 
     reading::SiteIdentity identity;
 

@@ -4,5 +4,6 @@
 #include "inspect/progress.h"
 
 int main(int argc, char* argv[]) {
-    return orbconv::inspect::inspect(argc, argv, std::cout, std::cerr, orbconv::inspect::errorStreamIsTerminal());
+    return orbconv::inspect::inspect(argc, argv, std::cout, std::cerr,
+                                     orbconv::inspect::errorStreamIsTerminal());
 }

@@ -102,17 +102,19 @@ void NavigationFindings::take(const Message& message, FindingTally& tally) {
 
 void NavigationFindings::takeDate(const Message& message) {
     const auto content = message.content();
-    if (content.size() < dateBody::timeBase.offset + dateBody::timeBase.width) {
+    if (content.size() <= dateBody::timeBase.offset) {
         return;
     }
-    const auto date = reading::dateOf(dateBody::year.load(content.data()), dateBody::month.load(content.data()),
-                                      dateBody::day.load(content.data()));
+    const auto date =
+        reading::dateOf(dateBody::year.load(content.data()), dateBody::month.load(content.data()),
+                        dateBody::day.load(content.data()));
     date_ = date ? date : date_;
 }
 
 void NavigationFindings::takeKind(NavigationKind index, const Message& message, FindingTally& tally) {
     const NavigationKindRow& kind = rowOf(index);
-    const bool noTable = kind.constellation == Constellation::qzss || kind.constellation == Constellation::sbas;
+    const bool noTable =
+        kind.constellation == Constellation::qzss || kind.constellation == Constellation::sbas;
     if (noTable) {
         tally.add(FindingId::noRecords, 1, [&] { return placeText(message); });
         return;
@@ -154,7 +156,8 @@ bool NavigationFindings::keep(Constellation constellation, std::uint64_t key, st
     return true;
 }
 
-void NavigationFindings::takeKepler(const NavigationKindRow& kind, const Message& message, FindingTally& tally) {
+void NavigationFindings::takeKepler(const NavigationKindRow& kind, const Message& message,
+                                    FindingTally& tally) {
     const auto content = message.content();
     if (content.size() < keplerBody::bytes) {
         return;
@@ -162,7 +165,8 @@ void NavigationFindings::takeKepler(const NavigationKindRow& kind, const Message
     const auto where = [&] { return placeText(message); };
     beidouCame_ = beidouCame_ || kind.constellation == Constellation::beidou;
     const std::uint8_t flags = kind.flagOffset < content.size() ? content[kind.flagOffset] : 0;
-    const bool byFlags = kind.constellation == Constellation::galileo || kind.constellation == Constellation::beidou;
+    const bool byFlags =
+        kind.constellation == Constellation::galileo || kind.constellation == Constellation::beidou;
     const Kepler kepler = keplerOf(kind.constellation, content.data());
     const std::uint64_t key = duplicateKey(kepler, byFlags ? flags : std::uint8_t{0});
     const std::uint64_t what = static_cast<std::uint64_t>(kepler.health & 0xFF) << 40 |
@@ -172,6 +176,7 @@ void NavigationFindings::takeKepler(const NavigationKindRow& kind, const Message
         takeNewRecord(kind, message, tally);
     }
     tally.add(FindingId::roundedInclinations, 1, where);
+    tally.add(FindingId::galileoHealth, kind.constellation == Constellation::galileo ? 1 : 0, where);
 }
 
 // What a record shows once it is kept.
@@ -194,24 +199,30 @@ void NavigationFindings::takeNewRecord(const NavigationKindRow& kind, const Mess
     tally.add(FindingId::cutAccuracies, cut ? 1 : 0, where);
     tally.add(FindingId::noFitInterval, gps && kepler.iodc >= fitIntervalLimit ? 1 : 0, where);
     tally.add(FindingId::fnavRecords, kind.name == "FNAV" ? 1 : 0, where);
-    tally.add(FindingId::galileoIonosphere, galileo && records_[indexOf(Constellation::galileo)].size() == 1 ? 1 : 0,
-              where);
+    tally.add(FindingId::galileoIonosphere,
+              galileo && records_[indexOf(Constellation::galileo)].size() == 1 ? 1 : 0, where);
     tally.add(FindingId::mixedExponents, gps || kind.constellation == Constellation::navic ? 1 : 0, where);
     tally.add(FindingId::cnavRecords, gps && isCnav(kind) ? 1 : 0, where);
     tally.add(FindingId::beidouCnavRecords, beidou && isCnav(kind) ? 1 : 0, where);
     const bool ofD = beidou && kind.name.starts_with("D");
     tally.add(FindingId::beidouTypes, ofD ? 1 : 0, where);
     tally.add(FindingId::geostationaryD1, ofD && kepler.sv >= 59 ? 1 : 0, where);
-    if (gps && isCnav(kind)) {
-        const auto accuracies = content.subspan(cnavBody::firstAccuracy, cnavBody::accuracies);
+    if (gps) {
+        takeNewGps(kind, message, kepler.week, tally);
+    }
+}
+
+void NavigationFindings::takeNewGps(const NavigationKindRow& kind, const Message& message, std::int16_t week,
+                                    FindingTally& tally) {
+    const auto where = [&] { return placeText(message); };
+    if (isCnav(kind)) {
+        const auto accuracies = message.content().subspan(cnavBody::firstAccuracy, cnavBody::accuracies);
         const bool negative = std::ranges::any_of(accuracies, [](std::uint8_t byte) { return byte >= 0x80; });
         tally.add(FindingId::negativeAccuracies, negative ? 1 : 0, where);
     }
-    if (gps) {
-        tally.add(FindingId::severalWeeks, lastWeek_ && kepler.week != *lastWeek_ && kepler.week != *firstWeek_ ? 1 : 0, where);
-        firstWeek_ = firstWeek_ ? firstWeek_ : kepler.week;
-        lastWeek_ = kepler.week;
-    }
+    tally.add(FindingId::severalWeeks, lastWeek_ && week != *lastWeek_ && week != *firstWeek_ ? 1 : 0, where);
+    firstWeek_ = firstWeek_ ? firstWeek_ : week;
+    lastWeek_ = week;
 }
 
 void NavigationFindings::takeGlonass(const Message& message, FindingTally& tally) {
@@ -268,17 +279,22 @@ void NavigationFindings::takeTimeOffset(const NavigationKindRow& kind, const Mes
     }
     timeOffsets_[system] = hash;
     ++timeOffsetSets_[system];
+    tally.add(FindingId::timeOffsetForms, 1, where);
+    tally.add(FindingId::timeOffsetDates, 1, where);
     if (glonass) {
         tally.add(FindingId::glonassOffsets, 1, where);
-        tally.add(FindingId::shiftedOffsets, timeOffsetBody::tauGps.load(content.data()) < 0.0F ? 1 : 0, where);
+        tally.add(FindingId::shiftedOffsets, timeOffsetBody::tauGps.load(content.data()) < 0.0F ? 1 : 0,
+                  where);
         return;
     }
     // The names that are written in six columns are shifted by a minus sign, those in five by its absence.
     const double a0 = timeOffsetBody::a0.load(content.data());
-    const bool five = kind.constellation == Constellation::beidou || kind.constellation == Constellation::galileo;
+    const bool five =
+        kind.constellation == Constellation::beidou || kind.constellation == Constellation::galileo;
     tally.add(FindingId::shiftedOffsets, five ? (a0 > 0.0 ? 1 : 0) : (a0 < 0.0 ? 1 : 0), where);
     if (kind.constellation == Constellation::galileo && content.size() >= 27) {
-        tally.add(FindingId::shiftedOffsets, timeOffsetBody::a0Gps.load(content.data()) > 0.0F ? 1 : 0, where);
+        tally.add(FindingId::shiftedOffsets, timeOffsetBody::a0Gps.load(content.data()) > 0.0F ? 1 : 0,
+                  where);
     }
     tally.add(FindingId::fullTables, timeOffsetSets_[system] > timeOffsetRoom[system] ? 1 : 0, where);
 }

@@ -22,14 +22,16 @@ private:
     using Records = std::unordered_map<std::uint64_t, std::uint64_t>;
 
     void takeDate(const reading::Message& message);
-    void takeKind(NavigationKind kind, const reading::Message& message, FindingTally& tally);
+    void takeKind(NavigationKind index, const reading::Message& message, FindingTally& tally);
     void takeKepler(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
     void takeNewRecord(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
+    void takeNewGps(const NavigationKindRow& kind, const reading::Message& message, std::int16_t week,
+                    FindingTally& tally);
     void takeGlonass(const reading::Message& message, FindingTally& tally);
     void takeIonosphere(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
     void takeTimeOffset(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
-    bool keep(Constellation constellation, std::uint64_t key, std::uint64_t content, const reading::Message& message,
-              FindingTally& tally);
+    bool keep(Constellation constellation, std::uint64_t key, std::uint64_t content,
+              const reading::Message& message, FindingTally& tally);
 
     std::optional<reading::LogDate> date_;  // of the last RD: the converter rolls no midnight
     bool beidouCame_ = false;

@@ -155,9 +155,9 @@ void SatelliteFindings::walkGlonass(reading::LogReader reader, std::uint64_t unw
             continue;
         }
         const bool other = glonassLines_.write(epochs.epoch());
-        const bool isWritten = unwritten == 0;
-        unwritten -= isWritten ? 0 : 1;
-        tally.add(FindingId::leftoverLines, other && isWritten ? 1 : 0,
+        const bool inFile = unwritten == 0;
+        unwritten -= inFile ? 0 : 1;
+        tally.add(FindingId::leftoverLines, other && inFile ? 1 : 0,
                   [&] { return placeText(epochs.epoch()); });
     }
 }

@@ -18,8 +18,8 @@ public:
     void take(const reading::Epoch& epoch, FindingTally& tally);
     void tell(const LogSummary& summary, FindingTally& tally) const;
 
-    // Whether epochs can have lines of GLONASS satellites that are not in their lists: only a walk through the
-    // log, from what its end leaves, tells which.
+    // Whether epochs can have lines of GLONASS satellites that are not in their lists: only a walk through
+    // the log, from what its end leaves, tells which.
     [[nodiscard]] bool glonassChanges() const { return glonassChanges_; }
     // The walk; `unwritten` epochs ahead of the first one that is written.
     void walkGlonass(reading::LogReader reader, std::uint64_t unwritten, FindingTally& tally);
@@ -32,7 +32,8 @@ private:
     void takeGlonass(const reading::Epoch& epoch);
     void takeMissingMessages(const reading::Epoch& epoch, FindingTally& tally);
     void takeSecondRanges(const reading::Epoch& epoch, const Presence& presence, FindingTally& tally);
-    void takeBand(const reading::Epoch& epoch, std::size_t band, Presence& presence, FindingTally& tally) const;
+    void takeBand(const reading::Epoch& epoch, std::size_t band, Presence& presence,
+                  FindingTally& tally) const;
     [[nodiscard]] std::size_t elementsAtHand(const reading::Epoch& epoch, MessageId id) const;
 
     std::bitset<messageTable.size()> came_;  // arrays that came in some epoch

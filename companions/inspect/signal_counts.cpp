@@ -66,7 +66,7 @@ void SignalCounts::addBand(const reading::Epoch& epoch, std::size_t band) {
 }
 
 // A GLONASS satellite on a channel is taken for one whose slot other epochs give, if there is one on it.
-SignalCounts::Keys SignalCounts::distinct(const Keys& keys, const System& system) const {
+SignalCounts::Keys SignalCounts::distinct(const Keys& keys, const System& system) {
     Keys result = keys;
     for (std::size_t slot = 1; slot < firstChannelKey; ++slot) {
         if (keys[slot]) {

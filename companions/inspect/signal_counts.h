@@ -18,8 +18,7 @@ namespace orbconv::inspect {
 // satellite without a slot.
 inline constexpr std::size_t satelliteKeys = 512;
 constexpr std::size_t satelliteKey(const reading::EpochSatellite& satellite) {
-    const bool byChannel =
-        satellite.constellation == Constellation::glonass && satellite.nameNumber() == 0;
+    const bool byChannel = satellite.constellation == Constellation::glonass && satellite.nameNumber() == 0;
     return byChannel ? 256U + satellite.number : static_cast<std::size_t>(satellite.nameNumber());
 }
 SatelliteName nameOfKey(Constellation constellation, std::size_t key);
@@ -43,7 +42,8 @@ void forSignals(const reading::Epoch& epoch, std::size_t band, Take&& take) {
     const std::size_t count = std::min(satellites.size(), flags.size() / 2);
     for (std::size_t i = 0; i < count; ++i) {
         if ((flags[2 * i] & signalPresentBit) != 0 && satellites[i].constellation) {
-            take(SignalSighting{.satellite = i, .strength = i < strengths.size() ? strengths[i] : std::uint8_t{0}});
+            take(SignalSighting{.satellite = i,
+                                .strength = i < strengths.size() ? strengths[i] : std::uint8_t{0}});
         }
     }
 }
@@ -73,7 +73,7 @@ private:
 
     void addList(const reading::Epoch& epoch);
     void addBand(const reading::Epoch& epoch, std::size_t band);
-    [[nodiscard]] Keys distinct(const Keys& keys, const System& system) const;
+    [[nodiscard]] static Keys distinct(const Keys& keys, const System& system);
 
     std::vector<PerConstellation<Signal>> signals_;  // by band
     PerConstellation<System> systems_{};

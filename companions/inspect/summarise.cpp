@@ -78,8 +78,8 @@ private:
     std::array<NavigationSummary, navigationKinds.size()> counts_{};
 };
 
-// Times of the epochs as the summary counts them: of a log without dates from its first day on. When the first
-// date comes, what was counted without one is given up.
+// Times of the epochs as the summary counts them: of a log without dates from its first day on. When the
+// first date comes, what was counted without one is given up.
 class Times {
 public:
     // The epoch's time, and in `restarts` whether those told before were of no date.

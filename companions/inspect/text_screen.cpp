@@ -71,10 +71,11 @@ void writeLine(std::ostream& out, std::string_view label, const std::string& tex
 
 std::string timeText(const LogSummary& log, LogTime time) {
     const std::string text = reading::isoText(time);
-    return log.dated ? text : "day " + std::to_string(std::chrono::floor<std::chrono::days>(time)
-                                                          .time_since_epoch()
-                                                          .count() + 1) +
-                                  " " + text.substr(11);
+    return log.dated ? text
+                     : "day " +
+                           std::to_string(
+                               std::chrono::floor<std::chrono::days>(time).time_since_epoch().count() + 1) +
+                           " " + text.substr(11);
 }
 
 void writeTimes(std::ostream& out, const LogSummary& log) {
@@ -154,8 +155,8 @@ void writeSignals(std::ostream& out, const LogSummary& log) {
     out << '\n' << left("Signals", 20) << "satellites   epochs     C/N0 median   range (dB-Hz)\n";
     for (const SignalSummary& signal : log.signals) {
         const double share = 100.0 * static_cast<double>(signal.epochs) / static_cast<double>(log.epochs);
-        out << "  " << left(signalText(signal.constellation, signal.band), 18) << right(signal.satelliteCount, 10)
-            << right(decimals(share, 1), 7) << " %";
+        out << "  " << left(signalText(signal.constellation, signal.band), 18)
+            << right(signal.satelliteCount, 10) << right(decimals(share, 1), 7) << " %";
         if (const auto range = strengthRange(signal)) {
             out << right(decimals(range->median, 2), 16) << right(decimals(range->least, 2), 8) << " to "
                 << decimals(range->most, 2);
@@ -168,7 +169,8 @@ void writeNavigation(std::ostream& out, const LogSummary& log) {
     out << '\n' << left("Navigation", 26) << "messages  satellites\n";
     for (const NavigationSummary& kind : log.navigation) {
         const NavigationKindRow& row = rowOf(kind.kind);
-        out << "  " << left(std::string(constellationName(row.constellation)) + " " + std::string(row.name), 22)
+        out << "  "
+            << left(std::string(constellationName(row.constellation)) + " " + std::string(row.name), 22)
             << right(kind.messages, 10);
         if (row.namesSatellite) {
             out << right(kind.satellites.count(), 12);
@@ -195,8 +197,7 @@ void writeDamage(std::ostream& out, const LogSummary& log) {
         writeLine(out, "Damage", "none");
         return;
     }
-    writeLine(out, "Damage",
-              counted(log.damageCount, "places") + ", " + counted(log.damageBytes, "bytes"));
+    writeLine(out, "Damage", counted(log.damageCount, "places") + ", " + counted(log.damageBytes, "bytes"));
     for (std::size_t i = 0; i < std::min(log.damage.size(), mostShown); ++i) {
         writeLine(out, "",
                   "offset " + right(log.damage[i].offset, 12) + right(log.damage[i].bytes, 10) + " bytes");
@@ -214,9 +215,9 @@ void writeFindings(std::ostream& out, const LogSummary& log) {
             others.emplace_back(finding.code);
             continue;
         }
+        const std::string count = "       " + counted(finding.count, finding.counted) + "; ";
         out << "  " << left(finding.code, 5) << finding.title << '\n'
-            << "       " << counted(finding.count, finding.counted) << "; "
-            << shown(finding.example).substr(0, columns - 30) << '\n';
+            << count << shown(finding.example).substr(0, columns - std::min(columns, count.size())) << '\n';
     }
     if (!others.empty()) {
         writeWords(out, "  also", others);

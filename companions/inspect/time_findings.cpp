@@ -25,7 +25,7 @@ std::string secondsText(double seconds) {
 void TimeFindings::take(const reading::Message& message) {
     headerComes_ = false;
     const auto content = message.content();
-    if (message.row == orbconv::rowOf("~~") && content.size() >= timeOfDay.width) {
+    if (message.row == orbconv::rowOf("~~") && content.size() >= sizeof(std::uint32_t)) {
         takeTime(timeOfDay.load(content.data()));
     } else if (message.row == orbconv::rowOf("RD") && content.size() > timeBase.offset) {
         ++dates_;
@@ -87,7 +87,9 @@ void TimeFindings::takeUndated(const reading::Epoch& epoch, FindingTally& tally)
 void TimeFindings::tell(const LogSummary& summary, FindingTally& tally) const {
     std::uint64_t hidden = 0;
     for (const auto& [step, count] : undatedSteps_) {
-        hidden += std::abs(static_cast<double>(step) / 1000.0 - static_cast<double>(interval_)) < 0.0005 ? 0 : count;
+        hidden += std::abs(static_cast<double>(step) / 1000.0 - static_cast<double>(interval_)) < 0.0005
+                      ? 0
+                      : count;
     }
     tally.add(FindingId::hiddenSteps, hidden,
               [&] { return "the clock goes on by " + secondsText(interval_) + " s at each epoch"; });

@@ -149,8 +149,9 @@ std::vector<StrengthBin>& TimelineBuilder::signal(Constellation constellation, s
     std::int16_t& index = signalOf_[band][indexOf(constellation)];
     if (index == noTrack) {
         index = static_cast<std::int16_t>(timeline_.signals.size());
-        timeline_.signals.push_back(
-            {.constellation = constellation, .band = band, .bins = std::vector<StrengthBin>(Timeline::mostBins)});
+        timeline_.signals.push_back({.constellation = constellation,
+                                     .band = band,
+                                     .bins = std::vector<StrengthBin>(Timeline::mostBins)});
     }
     return timeline_.signals[static_cast<std::size_t>(index)].bins;
 }
@@ -219,12 +220,11 @@ Timeline TimelineBuilder::tell(const LogSummary& summary) {
         cut(row.bins, told.bins);
     }
     std::ranges::sort(told.tracks, {}, [](const SatelliteTrack& row) {
-        return std::tuple(indexOf(row.satellite.constellation), row.satellite.number == 0, row.satellite.number,
-                          row.satellite.channel);
+        return std::tuple(indexOf(row.satellite.constellation), row.satellite.number == 0,
+                          row.satellite.number, row.satellite.channel);
     });
-    std::ranges::sort(told.signals, {}, [](const SignalTrack& row) {
-        return std::pair(indexOf(row.constellation), row.band);
-    });
+    std::ranges::sort(told.signals, {},
+                      [](const SignalTrack& row) { return std::pair(indexOf(row.constellation), row.band); });
     return told;
 }
 

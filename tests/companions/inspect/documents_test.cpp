@@ -155,7 +155,7 @@ TEST(ScreenTest, CleanLog) {
     const std::string screen = screenOf(inspected(cleanLog()));
     EXPECT_THAT(screen, HasSubstr("Gaps        none\n"));
     EXPECT_THAT(screen, HasSubstr("Damage      none\n"));
-    EXPECT_THAT(screen, HasSubstr("  also      O20\n"));
+    EXPECT_THAT(screen, HasSubstr("  also      O20 N17 N23\n"));
 }
 
 TEST(ScreenTest, EmptySummary) {

@@ -38,7 +38,7 @@ TEST(NavigationFindingsTest, OneEphemerisOfEach_OfItsOwnDay_SetsOffNone) {
     log.ie(gps(4)).io({.alpha0 = 1.0F}).uo({.a0 = 1e-9}).cu({.a0 = -1e-9}).ci({.alpha0 = 1.0F});
     const LogSummary summary = inspected(log);
     EXPECT_EQ(codes(summary), "");
-    EXPECT_EQ(codesOfEverySuch(summary), "N5 N6 N14 N16 N25");
+    EXPECT_EQ(codesOfEverySuch(summary), "N5 N6 N26 N14 N16 N17 N23 N25");
 }
 
 TEST(NavigationFindingsTest, WrongDay) {
@@ -78,7 +78,7 @@ TEST(NavigationFindingsTest, ShiftedOffsets_BySign) {
 TEST(NavigationFindingsTest, GlonassOffsets_AreOfEverySuchLog) {
     LogBuilder log = datedLog();
     log.nu({.tauGps = 1.0F}).nu({.tauGps = 1.0F});
-    EXPECT_EQ(codesOfEverySuch(inspected(log)), "N4");
+    EXPECT_EQ(codesOfEverySuch(inspected(log)), "N4 N17 N23");
     EXPECT_EQ(countOf(inspected(log), "N4"), 1);
 }
 
@@ -140,7 +140,7 @@ TEST(NavigationFindingsTest, Fnav_IsOfEverySuchLog) {
     LogBuilder log = datedLog();
     log.en({.kepler = {.sv = 3, .week = galileoWeek, .toe = monday10}, .navFlags = 4});
     log.en({.kepler = {.sv = 3, .week = galileoWeek, .toe = monday10}, .navFlags = 2});
-    EXPECT_EQ(codesOfEverySuch(inspected(log)), "N6 N11 N16");
+    EXPECT_EQ(codesOfEverySuch(inspected(log)), "N6 N11 N26 N16");
     EXPECT_EQ(countOf(inspected(log), "N16"), 1);
 }
 

@@ -45,7 +45,7 @@ LogBuilder undatedLog(const std::vector<std::uint32_t>& times) {
 TEST(TimeFindingsTest, CleanLog_SetsOffNone) {
     const LogSummary log = inspected(cleanLog());
     EXPECT_EQ(codes(log), "");
-    EXPECT_EQ(testsupport::codesOfEverySuch(log), "O20");  // no GLONASS
+    EXPECT_EQ(testsupport::codesOfEverySuch(log), "O20 N17 N23");  // no GLONASS; the time offset UO
 }
 
 TEST(TimeFindingsTest, Fractions) {
