@@ -56,15 +56,18 @@ reading::LogReader LogBytes::reader() const {
 
 std::uint64_t convertedBytes(MessageId id, std::size_t row, int length) {
     if (row == noRow) {
-        const std::uint64_t body = headerBytes + static_cast<std::uint64_t>(length);
-        return id == MessageId(">>") ? body + 2 : id.first == '>' ? 2 : body + 1;
+        constexpr std::uint64_t idBytes = 2;
+        return id.first == '>' ? idBytes : headerBytes + static_cast<std::uint64_t>(length) + binaryLineEnd;
     }
     const MessageRow& known = messageTable[row];
     const auto closing = static_cast<std::uint64_t>(known.closingBytes);
     switch (known.reading) {
         case Reading::block:
-            return headerBytes + static_cast<std::uint64_t>(std::max(0, length + known.adjust)) + closing;
-        case Reading::fixedBlock: return headerBytes + static_cast<std::uint64_t>(known.adjust) + closing;
+            return headerBytes +
+                   static_cast<std::uint64_t>(std::max(0, length + known.lineEndBytes - known.closingBytes)) +
+                   closing;
+        case Reading::fixedBlock:
+            return headerBytes + static_cast<std::uint64_t>(known.assumedLength + known.lineEndBytes);
         case Reading::array:
             return headerBytes +
                    static_cast<std::uint64_t>((length - 1) / known.elementBytes * known.elementBytes) +

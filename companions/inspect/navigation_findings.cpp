@@ -6,6 +6,7 @@
 
 #include "log/little_endian.h"
 #include "navdecode/kepler_block.h"
+#include "navdecode/navigation_tables.h"
 
 namespace orbconv::inspect {
 
@@ -23,7 +24,7 @@ constexpr BodyField<std::uint8_t> day{3};
 constexpr BodyField<std::uint8_t> timeBase{4};
 }  // namespace dateBody
 // The orbit and clock that open GE, EN, CN and IE: decodeKeplerBlock() takes the rest.
-using Kepler = KeplerElements;
+using Kepler = KeplerBlock;
 namespace keplerBody {
 constexpr BodyField<std::uint8_t> sv{0};
 constexpr BodyField<std::int8_t> uraIndex{12};
