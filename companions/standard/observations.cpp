@@ -120,33 +120,34 @@ struct Satellite {
     int number;
     int channel;
     std::size_t element;
-    std::optional<double> referenceTime;
+    bool hasReferenceTime;
+    double referenceTime;  // 0 without one
     std::optional<std::int32_t> referenceDoppler;
 
     [[nodiscard]] double hertz(const Carrier& carrier) const { return carrierHertz(carrier, channel); }
 };
 
 std::optional<double> rangeOf(const Satellite& satellite, std::size_t band) {
-    if (!satellite.referenceTime) {
+    if (!satellite.hasReferenceTime) {
         return std::nullopt;
     }
     if (band == bands::c) {
-        return *satellite.referenceTime * speedOfLight;
+        return satellite.referenceTime * speedOfLight;
     }
     const auto count = satellite.epoch.element<std::int16_t>(bandRows[band].range, satellite.element);
     if (!count) {
         return std::nullopt;
     }
-    return (*count * rangeDeltaUnit + rangeDeltaOffset + *satellite.referenceTime) * speedOfLight;
+    return (*count * rangeDeltaUnit + rangeDeltaOffset + satellite.referenceTime) * speedOfLight;
 }
 
 std::optional<double> phaseOf(const Satellite& satellite, std::size_t band) {
     const auto count = satellite.epoch.element<std::int32_t>(bandRows[band].phase, satellite.element);
-    if (!count || !satellite.referenceTime) {
+    if (!count || !satellite.hasReferenceTime) {
         return std::nullopt;
     }
     const Carrier& carrier = signalCarriers[band][indexOf(satellite.constellation)];
-    return (*count * phaseUnit + *satellite.referenceTime) * satellite.hertz(carrier) +
+    return (*count * phaseUnit + satellite.referenceTime) * satellite.hertz(carrier) +
            phaseCorrection(satellite.constellation, band, satellite.number);
 }
 
@@ -241,13 +242,15 @@ void observationsOf(const Epoch& epoch, const Selection& selection, EpochObserva
         }
         previous = &*one;
         const int channel = epoch.satellites()[one->element].channel();
+        const auto time = referenceTime(epoch, reference, one->element, one->constellation);
         const Satellite satellite{
             .epoch = epoch,
             .constellation = one->constellation,
             .number = one->number,
             .channel = channel,
             .element = one->element,
-            .referenceTime = referenceTime(epoch, reference, one->element, one->constellation),
+            .hasReferenceTime = time.has_value(),
+            .referenceTime = time.value_or(0.0),
             .referenceDoppler = epoch.element<std::int32_t>(referenceDopplerRow, one->element)};
         SatelliteObservations& line = into.satellites.emplace_back();
         line.constellation = one->constellation;
