@@ -131,7 +131,8 @@ LogResult inspectLog(const std::string& file, const LogWishes& wishes) {
     }
     const auto size = sizeOf(file);
     reading::LogReader reader(opened);
-    SummaryWishes summaryWishes{.timeline = wishes.timeline, .progress = {}};
+    SummaryWishes summaryWishes{
+        .timeline = wishes.timeline, .progress = {}, .end = size && *size > 0 ? *size : UINT64_MAX};
     std::optional<ProgressBar> bar;
     if (wishes.progress != nullptr && size) {
         bar.emplace(*wishes.progress, file, *size, ProgressBar::Clock::now());

@@ -34,7 +34,6 @@ namespace glonassBody {
 constexpr BodyField<std::uint8_t> sv{0};
 constexpr BodyField<std::int32_t> tk{4};
 constexpr BodyField<std::int32_t> tb{8};
-constexpr std::size_t bytes = 87;
 }  // namespace glonassBody
 namespace cnavBody {
 constexpr std::size_t firstAccuracy = 143;  // four signed bytes
@@ -227,10 +226,7 @@ void NavigationFindings::takeNewGps(const NavigationKindRow& kind, const Message
 }
 
 void NavigationFindings::takeGlonass(const Message& message, FindingTally& tally) {
-    const auto content = message.content();
-    if (content.size() < glonassBody::bytes) {
-        return;
-    }
+    const auto content = message.content();  // of one of the two lengths: the reader takes no other
     const auto where = [&] { return placeText(message); };
     const std::uint64_t key = std::uint64_t{glonassBody::sv.load(content.data())} << 32 |
                               static_cast<std::uint32_t>(glonassBody::tk.load(content.data()));

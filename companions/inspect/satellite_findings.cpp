@@ -148,9 +148,14 @@ void SatelliteFindings::takeGlonass(const reading::Epoch& epoch) {
     glonassSlots_.swap(slots);
 }
 
-void SatelliteFindings::walkGlonass(reading::LogReader reader, std::uint64_t unwritten, FindingTally& tally) {
+void SatelliteFindings::walkGlonass(reading::LogReader reader, std::uint64_t end, std::uint64_t unwritten,
+                                    FindingTally& tally) {
     reading::EpochCollector epochs;
-    for (auto item = reader.next(); item != reading::LogItem::end; item = reader.next()) {
+    while (reader.position() < end) {
+        const auto item = reader.next();
+        if (item == reading::LogItem::end) {
+            break;
+        }
         if (item != reading::LogItem::message || !epochs.add(reader.message())) {
             continue;
         }

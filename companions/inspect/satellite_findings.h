@@ -21,8 +21,9 @@ public:
     // Whether epochs can have lines of GLONASS satellites that are not in their lists: only a walk through
     // the log, from what its end leaves, tells which.
     [[nodiscard]] bool glonassChanges() const { return glonassChanges_; }
-    // The walk; `unwritten` epochs ahead of the first one that is written.
-    void walkGlonass(reading::LogReader reader, std::uint64_t unwritten, FindingTally& tally);
+    // The walk, up to `end`; `unwritten` epochs ahead of the first one that is written.
+    void walkGlonass(reading::LogReader reader, std::uint64_t end, std::uint64_t unwritten,
+                     FindingTally& tally);
 
 private:
     // Which bands of each entry of the list are present, a bit a band.

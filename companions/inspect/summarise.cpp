@@ -224,7 +224,8 @@ LogSummary Summariser::tell(std::uint64_t bytes) {
     headerFindings_.tell(summary_, tally_);
     satelliteFindings_.tell(summary_, tally_);
     if (satelliteFindings_.glonassChanges() && timeFindings_.headerDone()) {
-        satelliteFindings_.walkGlonass(walk_.bytes().reader(), timeFindings_.unwrittenEpochs(), tally_);
+        satelliteFindings_.walkGlonass(walk_.bytes().reader(), bytes, timeFindings_.unwrittenEpochs(),
+                                       tally_);
     }
     summary_.findings = tally_.findings();
     if (timeline_) {
@@ -241,7 +242,11 @@ LogSummary Summariser::tell(std::uint64_t bytes) {
 LogSummary summarise(reading::LogReader& reader, LogBytes bytes, const SummaryWishes& wishes) {
     const auto summariser = std::make_unique<Summariser>(std::move(bytes), wishes.timeline);
     std::uint64_t told = 0;
-    for (auto item = reader.next(); item != reading::LogItem::end; item = reader.next()) {
+    while (reader.position() < wishes.end) {
+        const auto item = reader.next();
+        if (item == reading::LogItem::end) {
+            break;
+        }
         if (item == reading::LogItem::message) {
             summariser->take(reader.message());
         } else {

@@ -17,6 +17,8 @@ using Progress = std::function<void(std::uint64_t)>;
 struct SummaryWishes {
     bool timeline = false;
     Progress progress;  // may be empty
+    // Nothing that begins here or behind is taken: a log can grow as fast as it is read.
+    std::uint64_t end = UINT64_MAX;
 };
 
 // What the reader gives of a log, up to its end; `bytes` gives the same log's bytes at any place. File name

@@ -19,11 +19,20 @@ void refuseExisting(const std::filesystem::path& path, bool overwrite) {
     }
 }
 
+// A folder for the output that is not there yet is made. If it cannot be, opening the file says why.
+void makeFolderOf(const std::filesystem::path& path) {
+    if (path.has_parent_path()) {
+        std::error_code ignored;
+        std::filesystem::create_directories(path.parent_path(), ignored);
+    }
+}
+
 }  // namespace
 
 OutputFile::OutputFile(std::filesystem::path path, bool overwrite)
     : path_(std::move(path)), partPath_(partOf(path_)), writer_(stream_) {
     refuseExisting(path_, overwrite);
+    makeFolderOf(path_);
     errno = 0;
     stream_.open(partPath_);
     if (!stream_.is_open()) {

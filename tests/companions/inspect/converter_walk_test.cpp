@@ -103,6 +103,17 @@ TEST(ConverterWalkTest, DamageWhileOutOfStep) {
     EXPECT_GT(countOf(summary, "O32"), 0);
 }
 
+TEST(ConverterWalkTest, AFileThatIsGone_LosesNothingMore) {
+    const std::string log = cleanLog().take();
+    reading::LogReader reader(bytesOf(log));
+    ASSERT_EQ(reader.next(), reading::LogItem::message);
+    reading::Message message = reader.message();
+    message.offset = 100;
+    ConverterWalk walk(LogBytes((std::filesystem::path(testing::TempDir()) / "no_such_log").string()));
+    walk.passDamage({.offset = 0, .bytes = 100});
+    EXPECT_TRUE(walk.meets(message));
+}
+
 TEST(LogBytesTest, Memory) {
     const std::string text = "0123456789";
     LogBytes bytes{bytesOf(text)};

@@ -2,10 +2,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <thread>
 
 #include "companions/support/inspected.h"
 #include "inspect/inspect_run.h"
@@ -171,6 +174,31 @@ TEST_F(InspectRunTest, LongLog_TellsItsProgress) {
         bytes += cleanLog(1000).take();
     }
     EXPECT_EQ(run({"-q", put("long.kvs", bytes)}, true).status, 0);
+}
+
+TEST_F(InspectRunTest, AFileThatGrows_HasASentence) {
+    std::string bytes;
+    while (bytes.size() < (std::size_t{9} << 20)) {
+        bytes += cleanLog(1000).take();
+    }
+    const std::string log = put("grows.kvs", bytes);
+    const std::string epoch = cleanLog(1).take();
+    std::atomic<bool> done = false;
+    std::thread writer([&] {
+        std::ofstream file(log, std::ios::binary | std::ios::app);
+        for (int i = 0; i < 5000 && !done; ++i) {
+            file << epoch << std::flush;
+            std::this_thread::sleep_for(std::chrono::microseconds{200});
+        }
+    });
+    Ran ran;
+    for (int i = 0; i < 20 && ran.errors.empty(); ++i) {
+        ran = run({"-q", log});
+    }
+    done = true;
+    writer.join();
+    EXPECT_THAT(ran.errors, HasSubstr(": the file grew while it was read: "));
+    EXPECT_NE(ran.status, 1);
 }
 
 TEST_F(InspectRunTest, DamageTakesTheConverterOutOfStep_InAFile) {

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "companions/support/inspected.h"
+#include "companions/support/reading_items.h"
 #include "inspect/message_meanings.h"
+#include "inspect/summarise.h"
 
 namespace orbconv::inspect {
 namespace {
@@ -298,6 +300,17 @@ TEST(SummaryTest, Navigation_KindsBySystemFlagsAndLength) {
                            "GLONASS FDMA 1 1", "Galileo INAV 1 1", "Galileo FNAV 1 1", "QZSS ephemerides 1 1",
                            "BeiDou D2 1 1", "BeiDou D1 1 1", "BeiDou CNV1 1 1", "BeiDou CNV3 1 1",
                            "NavIC LNAV 1 1", "GPS almanacs 1 1", "GPS ionosphere 1 0"));
+}
+
+TEST(SummaryTest, End_WhatBeginsAheadOfItIsTakenWhole) {
+    const std::string log = cleanLog(4).take();
+    const std::string shorter = cleanLog(3).take();
+    reading::LogReader reader(testsupport::bytesOf(log));
+    const LogSummary summary = summarise(reader, LogBytes(testsupport::bytesOf(log)),
+                                         {.timeline = false, .progress = {}, .end = shorter.size() - 1});
+    EXPECT_EQ(summary.epochs, 3);
+    EXPECT_EQ(summary.bytes, shorter.size());
+    EXPECT_EQ(summary.damageCount, 0);
 }
 
 TEST(SummaryTest, Damage_PlacesAndBytes) {

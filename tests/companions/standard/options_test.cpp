@@ -1,6 +1,13 @@
 // orbconv-standard's options, each from the command line to the file, and what ends without one.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
 #include "companions/standard/support/small_logs.h"
 #include "companions/standard/support/standard_run.h"
 
@@ -146,10 +153,21 @@ TEST(StandardOptions, LogThatIsNotThereIsAnErrorThatNamesIt) {
     EXPECT_TRUE(contains(errors, "/no/such/log.kvs: No such file or directory")) << errors;
 }
 
-TEST(StandardOptions, FolderThatIsNotThereIsAnErrorThatNamesTheFile) {
-    const StandardRun run = runStandard(fullLog(), {"--output-dir", "/no/such/folder"});
+TEST(StandardOptions, FolderThatIsNotThereIsMade) {
+    const OwnFolder folder;
+    const std::filesystem::path inner = folder.path() / "a" / "b";
+    EXPECT_EQ(runStandard(fullLog(), {"--output-dir", inner.string()}).exitStatus, 0);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(inner), {}), 1);
+}
+
+TEST(StandardOptions, FolderThatCannotBeMadeIsAnErrorThatNamesTheFile) {
+    const OwnFolder folder;
+    const std::filesystem::path file = folder.path() / "file";
+    std::ofstream(file) << "text";
+    const StandardRun run = runStandard(fullLog(), {"--output-dir", (file / "folder").string()});
     EXPECT_EQ(run.exitStatus, 1);
-    EXPECT_TRUE(contains(run.errors, "MO.rnx: No such file or directory")) << run.errors;
+    EXPECT_TRUE(contains(run.errors, "MO.rnx: ")) << run.errors;
+    EXPECT_EQ(folder.names(), Lines{"file"});
 }
 
 TEST(StandardOptions, WrongOptionsAreErrorsThatNameThem) {

@@ -14,7 +14,7 @@ using samplelog::SystemCode;
 LogSummary inspected(std::string_view log, InspectedWith wishes) {
     orbconv::reading::LogReader reader(bytesOf(log));
     return orbconv::inspect::summarise(reader, orbconv::inspect::LogBytes(bytesOf(log)),
-                                       {.timeline = wishes.timeline, .progress = {}});
+                                       {.timeline = wishes.timeline, .progress = {}, .end = UINT64_MAX});
 }
 
 LogSummary inspected(const LogBuilder& log, InspectedWith wishes) {
