@@ -34,7 +34,7 @@ inline constexpr std::uint8_t unknownSlot = 255;
 
 class Epoch {
 public:
-    // NOLINTBEGIN(misc-non-private-member-variables-in-classes): plain facts; only the arrays have a form to keep
+    // NOLINTBEGIN(misc-non-private-member-variables-in-classes): plain facts stand beside the arrays
     // Nothing as long as no date or no time of day has come.
     std::optional<LogTime> time;
     std::optional<std::uint32_t> timeOfDayMs;  // as the last ~~ has it
