@@ -12,15 +12,18 @@ if(NOT versionLine MATCHES "\"v\\.([0-9][0-9a-z.]*)\"")
 endif()
 set(packageVersion ${CMAKE_MATCH_1})
 
-# -- How the packaged program is linked -------------------------------------------------------------------
+# -- How the packaged programs are linked ------------------------------------------------------------------
 
 # A package of one file for many systems: of the compiler's own libraries nothing has to be installed.
-option(ORBCONV_STATIC_RUNTIME "Link the compiler's runtime libraries into the program" OFF)
+set(installedPrograms orbconv orbconv-inspect orbconv-standard)
+option(ORBCONV_STATIC_RUNTIME "Link the compiler's runtime libraries into the programs" OFF)
 if(ORBCONV_STATIC_RUNTIME)
-    target_link_options(orbconv PRIVATE -static-libstdc++ -static-libgcc)
-    if(NOT WIN32)
-        target_link_options(orbconv PRIVATE -Wl,-z,relro -Wl,-z,now)
-    endif()
+    foreach(program IN LISTS installedPrograms)
+        target_link_options(${program} PRIVATE -static-libstdc++ -static-libgcc)
+        if(NOT WIN32)
+            target_link_options(${program} PRIVATE -Wl,-z,relro -Wl,-z,now)
+        endif()
+    endforeach()
 endif()
 
 # -- Files that are made here -----------------------------------------------------------------------------
@@ -41,14 +44,14 @@ endfunction()
 
 # Components: what everyone gets has none of its own; `archive` goes with a plain installation and into the
 # .tar.gz, `debian` into the .deb alone.
+set(manuals docs/manual.md docs/differences.md docs/inspect.md docs/standard.md docs/notices.md)
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 if(WIN32)
     # One folder that can stand anywhere. The texts end their lines as Windows programs expect it.
-    install(TARGETS orbconv RUNTIME DESTINATION . COMPONENT orbconv)
-    foreach(text IN ITEMS docs/manual.md docs/differences.md docs/notices.md CHANGELOG.md
-            completions/orbconv.ps1 docs/examples/standard-columns.awk)
+    install(TARGETS ${installedPrograms} RUNTIME DESTINATION . COMPONENT orbconv)
+    foreach(text IN ITEMS ${manuals} CHANGELOG.md completions/orbconv.ps1 docs/examples/standard-columns.awk)
         get_filename_component(name ${text} NAME)
         set(lineEnds CRLF)
         if(name MATCHES "\\.awk$")
@@ -59,9 +62,9 @@ if(WIN32)
     endforeach()
 else()
     set(documents ${CMAKE_INSTALL_DATADIR}/doc/orbconv)
-    install(TARGETS orbconv RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT orbconv)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/manual.md ${PROJECT_SOURCE_DIR}/docs/differences.md
-        ${PROJECT_SOURCE_DIR}/docs/notices.md DESTINATION ${documents} COMPONENT orbconv)
+    install(TARGETS ${installedPrograms} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT orbconv)
+    list(TRANSFORM manuals PREPEND ${PROJECT_SOURCE_DIR}/)
+    install(FILES ${manuals} DESTINATION ${documents} COMPONENT orbconv)
     install(FILES ${PROJECT_SOURCE_DIR}/docs/examples/standard-columns.awk
         DESTINATION ${documents}/examples COMPONENT orbconv)
     install(FILES ${PROJECT_SOURCE_DIR}/completions/orbconv.bash
@@ -77,13 +80,14 @@ else()
 
     find_program(ORBCONV_GZIP gzip)
     mark_as_advanced(ORBCONV_GZIP)
-    if(ORBCONV_GZIP)
-        orbconv_compress(${PROJECT_SOURCE_DIR}/docs/orbconv.1 orbconv.1.gz)
-        install(FILES ${made}/orbconv.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT orbconv)
-    else()
-        install(FILES ${PROJECT_SOURCE_DIR}/docs/orbconv.1
-            DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT orbconv)
-    endif()
+    foreach(program IN LISTS installedPrograms)
+        set(manualPage ${PROJECT_SOURCE_DIR}/docs/${program}.1)
+        if(ORBCONV_GZIP)
+            orbconv_compress(${manualPage} ${program}.1.gz)
+            set(manualPage ${made}/${program}.1.gz)
+        endif()
+        install(FILES ${manualPage} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT orbconv)
+    endforeach()
 endif()
 
 # -- CPack ------------------------------------------------------------------------------------------------
@@ -130,7 +134,9 @@ and writes RINEX files beside it: an observation file, and either one
 navigation file for each constellation (RINEX 3.05) or one mixed navigation
 file (RINEX 4.00 and 4.01). It handles GPS, GLONASS, Galileo, BeiDou and
 NavIC. It is a console program and needs no receiver, no network and no
-configuration file.")
+configuration file. Two programs stand beside it: orbconv-inspect tells what is
+in a log and what is wrong with it, orbconv-standard writes a log's
+observations as RINEX to the letter of the standard.")
 
     if(ORBCONV_GZIP)
         # SOURCE_DATE_EPOCH, if set, is the date of the entry.

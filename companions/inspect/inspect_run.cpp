@@ -36,6 +36,18 @@ std::string bytesText(std::uint64_t bytes) {
     return std::to_string(bytes) + " bytes";
 }
 
+// Whether the page may take the place of what `file` names. Of the files that are there only a page may be
+// overwritten: `--html *.kvs`, without a name for the page, names a log.
+bool mayBecomePage(const std::string& file) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(file, ignored) || fs::file_size(file, ignored) == 0) {
+        return true;
+    }
+    std::string start(pageStart.size(), '\0');
+    std::ifstream(file, std::ios::binary).read(start.data(), static_cast<std::streamsize>(start.size()));
+    return start == pageStart;
+}
+
 bool writeHtml(const std::string& file, const std::vector<LogSummary>& logs, std::ostream& errors) {
     std::ofstream page(file, std::ios::binary);
     if (page) {
@@ -80,6 +92,11 @@ void writeScreens(std::ostream& out, const std::vector<LogSummary>& logs) {
 }
 
 int run(const InspectOptions& options, std::ostream& out, std::ostream& errors, bool terminal) {
+    if (!mayBecomePage(options.htmlFile)) {
+        errors << "orbconv-inspect: " << options.htmlFile
+               << ": is there already and is no page: not overwritten\n";
+        return notReadable;
+    }
     std::vector<LogSummary> logs;
     int status = readLogs(options, logs, errors, terminal);
     if (options.json) {

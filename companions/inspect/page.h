@@ -3,10 +3,14 @@
 
 #include <iosfwd>
 #include <span>
+#include <string_view>
 
 #include "inspect/log_summary.h"
 
 namespace orbconv::inspect {
+
+// What every page begins with.
+inline constexpr std::string_view pageStart = "<!DOCTYPE html>\n";
 
 void writePage(std::ostream& out, std::span<const LogSummary> logs);
 

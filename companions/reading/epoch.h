@@ -34,6 +34,7 @@ inline constexpr std::uint8_t unknownSlot = 255;
 
 class Epoch {
 public:
+    // NOLINTBEGIN(misc-non-private-member-variables-in-classes): plain facts stand beside the arrays
     // Nothing as long as no date or no time of day has come.
     std::optional<LogTime> time;
     std::optional<std::uint32_t> timeOfDayMs;  // as the last ~~ has it
@@ -43,6 +44,7 @@ public:
     std::optional<double> clockOffset;         // seconds, of the epoch's TO
     std::uint64_t offset = 0;                  // of the epoch's first message in the log
     std::uint64_t endOffset = 0;               // behind its TD
+    // NOLINTEND(misc-non-private-member-variables-in-classes)
 
     // In the order of SX; empty without one.
     [[nodiscard]] std::span<const EpochSatellite> satellites() const { return satellites_; }

@@ -29,7 +29,7 @@ struct GpsEphemeris {
     ClockReading epoch;
     float fitInterval;  // hours
     NavType navType;
-    std::uint8_t navFlags;
+    std::uint8_t navFlags;  // they tell the type; no record shows them
     std::uint32_t cnavToe;
     std::uint32_t cnavTop;  // no record of this program shows it
     double adot;
@@ -116,7 +116,7 @@ struct IonoRecord {
 };
 
 struct BeidouIonoRecord {
-    std::uint32_t tot;
+    std::uint32_t tot;  // seconds; the hour letter is made of it, no file shows it
     std::array<float, 4> alpha;
     std::array<float, 4> beta;
     EpochClock stamp;

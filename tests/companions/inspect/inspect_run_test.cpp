@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <thread>
@@ -126,6 +127,25 @@ TEST_F(InspectRunTest, Html_IsWritten) {
     EXPECT_GT(fs::file_size(path("a.html")), 50);
     EXPECT_EQ(run({"-q", "--html", path("b.html"), log}).status, 0);
     EXPECT_TRUE(fs::exists(path("b.html")));
+}
+
+// `--html *.kvs`, where the name of the page was forgotten, names a log.
+TEST_F(InspectRunTest, Html_OverwritesPagesAlone) {
+    const std::string bytes = cleanLog().take();
+    const std::string first = put("a.kvs", bytes);
+    const std::string second = put("b.kvs", bytes);
+    const Ran ran = run({"--html", first, second});
+    EXPECT_EQ(ran.status, 1);
+    EXPECT_EQ(ran.errors,
+              "orbconv-inspect: " + first + ": is there already and is no page: not overwritten\n");
+    EXPECT_THAT(ran.out, IsEmpty());
+    std::ifstream kept(first, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), bytes);
+
+    EXPECT_EQ(run({"-q", "--html", path("page.html"), second}).status, 0);
+    EXPECT_EQ(run({"-q", "--html", path("page.html"), second}).status, 0);
+    EXPECT_EQ(run({"-q", "--html", put("empty.html", ""), second}).status, 0);
+    EXPECT_EQ(run({"-q", "--html", put("short", "<!DOC"), second}).status, 1);
 }
 
 TEST_F(InspectRunTest, Html_ThatCannotBeWritten_Status1) {
