@@ -27,9 +27,9 @@ void ReadMessages(benchmark::State& state) {
 }
 BENCHMARK(ReadMessages);
 
-orbconv::EpochAssembly assemblyOf(orbconv::RunState& run) {
+orbconv::EpochAssembly assemblyOf(orbconv::RunState& run, bool surveying) {
     return {.options = run.options,
-            .surveying = run.surveying,
+            .surveying = surveying,
             .staging = run.staging,
             .store = run.store,
             .survey = run.survey,
@@ -40,7 +40,7 @@ orbconv::EpochAssembly assemblyOf(orbconv::RunState& run) {
 void AssembleEpoch(benchmark::State& state) {
     bench::NullStream console;
     const auto run = bench::surveyedRun(bench::sampleLog(epochs), console);
-    orbconv::EpochAssembly assembly = assemblyOf(*run);
+    orbconv::EpochAssembly assembly = assemblyOf(*run, false);
     for (auto _ : state) {
         orbconv::assembleEpoch(assembly);
         orbconv::sortEpochRecords(run->options, run->staging, run->store, run->survey);
@@ -53,8 +53,7 @@ BENCHMARK(AssembleEpoch);
 void SurveyEpoch(benchmark::State& state) {
     bench::NullStream console;
     const auto run = bench::surveyedRun(bench::sampleLog(epochs), console);
-    run->surveying = true;
-    orbconv::EpochAssembly assembly = assemblyOf(*run);
+    orbconv::EpochAssembly assembly = assemblyOf(*run, true);
     for (auto _ : state) {
         orbconv::assembleFlags(assembly);
         orbconv::clearEpochRecords(run->store);
@@ -66,7 +65,7 @@ BENCHMARK(SurveyEpoch);
 void WriteEpoch(benchmark::State& state) {
     bench::NullStream sink;
     const auto run = bench::surveyedRun(bench::sampleLog(epochs), sink);
-    orbconv::EpochAssembly assembly = assemblyOf(*run);
+    orbconv::EpochAssembly assembly = assemblyOf(*run, false);
     orbconv::assembleEpoch(assembly);
     orbconv::sortEpochRecords(run->options, run->staging, run->store, run->survey);
     orbconv::TextWriter out(sink);
@@ -92,7 +91,7 @@ void WholeRun(benchmark::State& state) {
         orbconv::sortSignalSatelliteLists(run->survey);
         orbconv::LogStream stream(bench::bytesOf(log));
         orbconv::TextWriter out(sink);
-        orbconv::writingPass(out, stream, *run);
+        orbconv::writingPass(out, stream, orbconv::writingTables(*run));
     }
     state.SetItemsProcessed(state.iterations() * epochs);
 }

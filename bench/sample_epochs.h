@@ -45,8 +45,7 @@ inline std::unique_ptr<orbconv::RunState> surveyedRun(const std::string& log, st
     auto state = std::make_unique<orbconv::RunState>();
     state->console = &console;
     orbconv::LogStream stream(bytesOf(log));
-    orbconv::surveyPass(stream, *state);
-    state->surveying = false;
+    orbconv::surveyPass(stream, orbconv::surveyTables(*state));
     return state;
 }
 

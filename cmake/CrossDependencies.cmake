@@ -1,19 +1,29 @@
 # The libraries when the compiler builds for another system: made out of what this machine's packages hold
 # in source form. Nothing is copied; links and objects stand in the build folder.
 
-# argparse is a header alone. Its folder holds the headers of this machine's own system too, which a compiler
-# for another system must not see: it is given a folder that links to that library's headers and no others.
-file(GLOB packageFolders
-    /usr/local/lib*/cmake/argparse /usr/local/lib/*/cmake/argparse /usr/local/share/cmake/argparse
-    /usr/lib*/cmake/argparse /usr/lib/*/cmake/argparse /usr/share/cmake/argparse)
-find_package(argparse 3.1 QUIET CONFIG NO_CMAKE_FIND_ROOT_PATH PATHS ${packageFolders})
-if(argparse_FOUND)
-    get_target_property(includeFolder argparse::argparse INTERFACE_INCLUDE_DIRECTORIES)
-    set(hostHeaders ${PROJECT_BINARY_DIR}/host-headers)
-    file(MAKE_DIRECTORY ${hostHeaders})
-    file(CREATE_LINK ${includeFolder}/argparse ${hostHeaders}/argparse SYMBOLIC)
-    set_target_properties(argparse::argparse PROPERTIES INTERFACE_INCLUDE_DIRECTORIES ${hostHeaders})
-endif()
+# Some are headers alone. Their folder holds the headers of this machine's own system too, which a compiler for
+# another system must not see: it is given a folder that links to those libraries' headers and no others.
+function(orbconv_host_headers package version folder)
+    set(places "")
+    foreach(place IN ITEMS /usr/local/lib* /usr/local/lib/* /usr/local/share /usr/lib* /usr/lib/* /usr/share)
+        file(GLOB found ${place}/cmake/${package})
+        list(APPEND places ${found})
+    endforeach()
+    find_package(${package} ${version} QUIET CONFIG GLOBAL NO_CMAKE_FIND_ROOT_PATH PATHS ${places})
+    if(${package}_FOUND)
+        get_target_property(includeFolders ${package}::${package} INTERFACE_INCLUDE_DIRECTORIES)
+        list(GET includeFolders 0 includeFolder)
+        set(hostHeaders ${PROJECT_BINARY_DIR}/host-headers)
+        file(MAKE_DIRECTORY ${hostHeaders})
+        file(CREATE_LINK ${includeFolder}/${folder} ${hostHeaders}/${folder} SYMBOLIC)
+        set_target_properties(${package}::${package} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES ${hostHeaders})
+    endif()
+    foreach(result IN ITEMS FOUND CONSIDERED_VERSIONS)
+        set(${package}_${result} "${${package}_${result}}" PARENT_SCOPE)
+    endforeach()
+endfunction()
+orbconv_host_headers(argparse 3.1 argparse)
+orbconv_host_headers(nlohmann_json 3.9 nlohmann)
 
 # GoogleTest is built from the sources that Debian's libgtest-dev brings along.
 set(ORBCONV_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's sources, for a cross build")

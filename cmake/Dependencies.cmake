@@ -5,6 +5,7 @@ if(CMAKE_CROSSCOMPILING)
     include(CrossDependencies)
 else()
     find_package(argparse 3.1 QUIET CONFIG)
+    find_package(nlohmann_json 3.9 QUIET CONFIG)
     if(ORBCONV_BUILD_TESTS)
         find_package(GTest QUIET CONFIG)
     endif()
@@ -20,6 +21,12 @@ if(NOT argparse_FOUND)
         "orbconv needs the C++ library argparse, 3.1 or later (before 4), with its CMake package. ${found}\n"
         "On Debian and Ubuntu run scripts/setup, which installs it. Elsewhere install argparse and, if it "
         "stands in a place of its own, add -DCMAKE_PREFIX_PATH=<that place>.")
+endif()
+
+if(EXISTS ${PROJECT_SOURCE_DIR}/companions/CMakeLists.txt AND NOT nlohmann_json_FOUND)
+    message(FATAL_ERROR
+        "orbconv-inspect needs the C++ library nlohmann-json, 3.9 or later, with its CMake package. On Debian "
+        "and Ubuntu run scripts/setup, which installs it.")
 endif()
 
 if(ORBCONV_BUILD_TESTS AND NOT TARGET GTest::gmock)

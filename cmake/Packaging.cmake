@@ -47,8 +47,8 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 if(WIN32)
     # One folder that can stand anywhere. The texts end their lines as Windows programs expect it.
     install(TARGETS orbconv RUNTIME DESTINATION . COMPONENT orbconv)
-    foreach(text IN ITEMS docs/manual.md docs/notices.md CHANGELOG.md completions/orbconv.ps1
-            docs/examples/standard-columns.awk)
+    foreach(text IN ITEMS docs/manual.md docs/differences.md docs/notices.md CHANGELOG.md
+            completions/orbconv.ps1 docs/examples/standard-columns.awk)
         get_filename_component(name ${text} NAME)
         set(lineEnds CRLF)
         if(name MATCHES "\\.awk$")
@@ -60,8 +60,8 @@ if(WIN32)
 else()
     set(documents ${CMAKE_INSTALL_DATADIR}/doc/orbconv)
     install(TARGETS orbconv RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT orbconv)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/manual.md ${PROJECT_SOURCE_DIR}/docs/notices.md
-        DESTINATION ${documents} COMPONENT orbconv)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/manual.md ${PROJECT_SOURCE_DIR}/docs/differences.md
+        ${PROJECT_SOURCE_DIR}/docs/notices.md DESTINATION ${documents} COMPONENT orbconv)
     install(FILES ${PROJECT_SOURCE_DIR}/docs/examples/standard-columns.awk
         DESTINATION ${documents}/examples COMPONENT orbconv)
     install(FILES ${PROJECT_SOURCE_DIR}/completions/orbconv.bash
@@ -160,5 +160,6 @@ if(ORBCONV_BUILD_TESTS AND NOT CMAKE_CROSSCOMPILING)
             COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/completions/test $<TARGET_FILE:orbconv>)
         add_test(NAME ManualNamesEveryOption
             COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/docs/check-options $<TARGET_FILE:orbconv>)
+        add_test(NAME Differences COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/docs/check-differences)
     endif()
 endif()

@@ -56,16 +56,15 @@ public:
         state.console = &console;
         try {
             orbconv::LogStream firstReading(input.log);
-            orbconv::surveyPass(firstReading, state);
-            state.stamp = {.year = 2026, .month = 1, .day = 2, .hour = 3, .minute = 4, .second = 5};
-            state.surveying = false;
+            orbconv::surveyPass(firstReading, orbconv::surveyTables(state));
+            state.runStamp = {.year = 2026, .month = 1, .day = 2, .hour = 3, .minute = 4, .second = 5};
             state.survey.signalUseCount = {};
             orbconv::sortSignalSatelliteLists(state.survey);
 
             const bool isOpen = (input.choice[1] & noOutputFile) == 0;
             orbconv::TextWriter observations(isOpen ? &out : nullptr);
             orbconv::LogStream secondReading(input.log);
-            orbconv::writingPass(observations, secondReading, state);
+            orbconv::writingPass(observations, secondReading, orbconv::writingTables(state));
         } catch (const std::exception& error) {
             if (!isKnownEnd(error)) {
                 throw;
@@ -81,7 +80,7 @@ public:
 private:
     void writeNavigation(orbconv::RunState& state) {
         const orbconv::NavFileTables tables{.rinexVersion = state.options.rinexVersion,
-                                            .stamp = state.stamp,
+                                            .runStamp = state.runStamp,
                                             .satelliteSystemLetter = state.presence.satelliteSystemLetter(),
                                             .navigation = state.navigation};
         const bool rinex4 = orbconv::isRinex4(state.options.rinexVersion);

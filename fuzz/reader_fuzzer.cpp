@@ -7,6 +7,7 @@
 
 #include "fuzz_input.h"
 #include "log/message_reader.h"
+#include "log_filler.h"
 #include "run_limits.h"
 
 namespace {
@@ -37,26 +38,6 @@ std::size_t readAll(orbconv::LogStream& log, orbconv::MessageStaging& staging) {
     return messages;
 }
 
-// Messages that nobody reads, `size` bytes of them in all; how many they are is counted in `messages`. They
-// stand ahead of the input in the file, so that the end of the reader's window, where it slides on, falls
-// somewhere into the input.
-std::string filler(std::size_t size, std::size_t& messages) {
-    constexpr std::size_t framing = 6;
-    constexpr std::size_t longest = 4000;
-    std::string bytes;
-    while (size - bytes.size() >= framing) {
-        std::size_t body = std::min(size - bytes.size() - framing, longest);
-        if (size - bytes.size() - framing - body < framing) {
-            body = std::min(size - bytes.size() - framing, longest - framing);
-        }
-        std::array<char, 8> head{};
-        std::snprintf(head.data(), head.size(), "ZZ%03X", static_cast<unsigned>(body));
-        bytes.append(head.data()).append(body + 1, '-');
-        ++messages;
-    }
-    return bytes;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -75,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     *fromFile = {};
     const std::size_t reach = input.log.size() * input.choice[1] / 256;
     std::size_t fillers = 0;
-    std::string bytes = filler(window - std::min(reach, window / 2), fillers);
+    std::string bytes = fuzzing::filler(window - std::min(reach, window / 2), fillers);
     bytes.append(fuzzing::textOf(input.log));
     orbconv::LogStream file(fmemopen(bytes.data(), bytes.size(), "rb"));
     require(readAll(file, *fromFile) == fillers + messages);

@@ -86,9 +86,9 @@ void writeNavigation(std::size_t versionIndex, unsigned table, fuzzing::ByteSour
     orbconv::TextWriter writer(out);
     leaveRoom(writer, input);
     fillTable(*tables, table, input);
-    const orbconv::RunStamp stamp{.year = 2026, .month = 1, .day = 2};
+    const orbconv::RunStamp runStamp{.year = 2026, .month = 1, .day = 2};
     const orbconv::NavFileTables file{.rinexVersion = fuzzing::versions[versionIndex],
-                                      .stamp = stamp,
+                                      .runStamp = runStamp,
                                       .satelliteSystemLetter = "M",
                                       .navigation = *tables};
     if (orbconv::isRinex4(file.rinexVersion)) {
@@ -112,11 +112,12 @@ constexpr std::size_t printedSignals = orbconv::bandCount + 1;
 void fillRecord(orbconv::EpochStore& store, fuzzing::ByteSource& input) {
     const auto system =
         static_cast<orbconv::Constellation>(input.number<std::uint8_t>() % orbconv::constellationCount);
-    orbconv::SatEpochRecord* const place = store.writable(system, input.number<std::uint8_t>() % 64);
-    if (place == nullptr) {
+    const std::size_t position = input.number<std::uint8_t>() % 64;
+    const auto records = store.useFirst(system, position + 1);
+    if (position >= records.size()) {
         return;
     }
-    orbconv::SatEpochRecord& record = *place;
+    orbconv::SatEpochRecord& record = records[position];
     const auto signals = input.number<std::uint8_t>();
     const bool anyNumber = (signals & 0x80U) != 0;
     record.number = anyNumber ? input.number<std::int32_t>() : input.number<std::int8_t>();

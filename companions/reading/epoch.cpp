@@ -1,6 +1,7 @@
 #include "reading/epoch.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "assembly/signals.h"
 
@@ -34,6 +35,12 @@ constexpr std::uint32_t latestTimeOfDayMs = millisecondsPerDay + 999;
 
 }  // namespace
 
+EpochCollector::EpochCollector(const CarriedTime& carried)
+    : date_(carried.date), previousTimeOfDayMs_(carried.timeOfDayMs) {
+    epoch_.timeOfDayMs = carried.timeOfDayMs;
+    epoch_.timeBase = carried.timeBase;
+}
+
 bool EpochCollector::add(const Message& message) {
     if (closed_) {
         begin(message);
@@ -42,11 +49,7 @@ bool EpochCollector::add(const Message& message) {
         case rowOf("TD"): close(message); return true;
         case rowOf("~~"): takeTime(message); break;
         case rowOf("RD"): takeDate(message); break;
-        case rowOf("TO"):
-            if (holds(message, clockOffsetBody::clockOffset)) {
-                epoch_.clockOffset = clockOffsetBody::clockOffset.load(message.body.data());
-            }
-            break;
+        case rowOf("TO"): takeClockOffset(message); break;
         case rowOf("SX"): takeList(message); break;
         default:
             if (message.row != noRow && messageTable[message.row].reading == Reading::array) {
@@ -93,6 +96,16 @@ void EpochCollector::takeDate(const Message& message) {
         date_ = date;
         epoch_.hasOwnDate = true;
         epoch_.timeBase = dateBody::timeBase.load(body);
+    }
+}
+
+void EpochCollector::takeClockOffset(const Message& message) {
+    if (!holds(message, clockOffsetBody::clockOffset)) {
+        return;
+    }
+    const double seconds = clockOffsetBody::clockOffset.load(message.body.data());
+    if (std::isfinite(seconds)) {
+        epoch_.clockOffset = seconds;
     }
 }
 

@@ -76,9 +76,19 @@ private:
     std::array<std::uint8_t, areaOffsets.back()> arrays_{};
 };
 
+// What an epoch takes over from the ones before it: enough to go on collecting at any epoch's first message.
+struct CarriedTime {
+    std::optional<LogDate> date;               // of the last RD, moved on at each midnight since
+    std::optional<std::uint32_t> timeOfDayMs;  // of the last ~~
+    std::uint8_t timeBase = 0;                 // of the last RD
+};
+
 // Puts epochs together out of messages.
 class EpochCollector {
 public:
+    EpochCollector() = default;
+    explicit EpochCollector(const CarriedTime& carried);
+
     // Whether the message closed an epoch, which then stands in epoch() until the next call. Messages behind
     // the last TD make none.
     bool add(const Message& message);
@@ -88,10 +98,14 @@ public:
     // The date of the last RD, moved on at each midnight since; for what comes between epochs.
     [[nodiscard]] std::optional<LogDate> date() const { return date_; }
 
+    // What the next epoch takes over. Means something between epochs alone: behind add() that closed one.
+    [[nodiscard]] CarriedTime carriedTime() const { return {date_, epoch_.timeOfDayMs, epoch_.timeBase}; }
+
 private:
     void begin(const Message& message);
     void takeTime(const Message& message);
     void takeDate(const Message& message);
+    void takeClockOffset(const Message& message);
     void takeArray(const Message& message);
     void takeList(const Message& message);
     void close(const Message& message);

@@ -40,14 +40,9 @@ int lengthOf(const std::uint8_t* digits) {
     return (high | middle | low) >= 0 ? high * 256 + middle * 16 + low : -1;
 }
 
-// A text whose id has no row.
-constexpr MessageId textWithoutRow(">>");
-
-std::size_t lineEndOf(std::size_t row, MessageId id) {
-    if (row != noRow) {
-        return static_cast<std::size_t>(lineEndBytes(messageTable[row]));
-    }
-    return id == textWithoutRow ? 2 : 1;
+// The bytes between the body and the next message.
+std::size_t lineEndOf(std::size_t row) {
+    return static_cast<std::size_t>(row == noRow ? binaryLineEnd : messageTable[row].lineEndBytes);
 }
 
 constexpr bool isLineEnd(std::uint8_t character) {
@@ -57,7 +52,7 @@ constexpr bool isLineEnd(std::uint8_t character) {
 }  // namespace
 
 std::span<const std::uint8_t> Message::content() const {
-    return lineEndOf(row, id) == 2 ? body : body.first(body.size() - 1);
+    return lineEndOf(row) == textLineEnd ? body : body.first(body.size() - 1);
 }
 
 std::size_t LogReader::Start::bytes() const {
@@ -67,6 +62,10 @@ std::size_t LogReader::Start::bytes() const {
 LogReader::LogReader(std::FILE* file) : file_(file), buffer_(bufferBytes) {
     std::setvbuf(file_.get(), nullptr, _IONBF, 0);  // the window is the buffer
     window_ = buffer_.data();
+}
+
+LogReader::LogReader(std::FILE* file, const Habits& habits) : LogReader(file) {
+    habits_ = habits;
 }
 
 LogReader::LogReader(std::span<const std::uint8_t> bytes)
@@ -96,43 +95,35 @@ void LogReader::fill() {
 
 // Whether five characters at `place` can open a message.
 bool LogReader::startsAt(std::size_t place, Start& start) const {
+    start.row = noRow;
     if (place + headerBytes > windowBytes_) {
         return false;
     }
     const std::uint8_t* const header = window_ + place;
     const int length = lengthOf(header + digitsOffset);
-    if (length < leastLength || !isIdCharacter(header[0]) || !isIdCharacter(header[1])) {
+    if (length < 0 || !isIdCharacter(header[0]) || !isIdCharacter(header[1])) {
         return false;
     }
     const MessageId id{static_cast<char>(header[0]), static_cast<char>(header[1])};
     start.row = findRowQuickly(id);
     start.length = static_cast<std::size_t>(length);
-    start.lineEnd = lineEndOf(start.row, id);
-    return start.row == noRow || lengthIsPossible(messageTable[start.row], length);
-}
-
-bool LogReader::isStart(std::size_t place) const {
-    Start ignored;
-    return startsAt(place, ignored);
-}
-
-bool LogReader::isStartOrEnd(std::size_t place) const {
-    return place == windowBytes_ ? atEnd_ : isStart(place);
+    start.lineEnd = lineEndOf(start.row);
+    return start.row == noRow ? length >= leastLength : lengthIsPossible(messageTable[start.row], length);
 }
 
 // The end of the message at `place` if another one or the end of the log stands there, else 0. Where the
-// plain length leads nowhere, one byte more may: a long GLONASS ephemeris can bring it. Of a message of an
-// unknown id, of which any length is possible, the line end counts too.
-std::size_t LogReader::followedEnd(std::size_t place, const Start& start) const {
-    const std::size_t end = place + start.bytes();
-    if (end > windowBytes_ || (start.row == noRow && !isLineEnd(window_[end - 1]))) {
-        return 0;
+// plain length leads nowhere, one byte more may: a long GLONASS ephemeris can bring it. An unknown id, of
+// which any length is possible, is easily met by chance: on either side of one the line end counts, too.
+std::size_t LogReader::followedEnd(std::size_t place, const Start& start, Start& follower) const {
+    const std::size_t plain = place + start.bytes();
+    for (std::size_t end = plain; end <= std::min(plain + 1, windowBytes_); ++end) {
+        const bool leadsOn = startsAt(end, follower) || (end == windowBytes_ && atEnd_);
+        const bool bothKnown = start.row != noRow && follower.row != noRow;
+        if (leadsOn && (bothKnown || isLineEnd(window_[end - 1]))) {
+            return end;
+        }
     }
-    if (isStartOrEnd(end)) {
-        return end;
-    }
-    const bool endsOneLater = end + 1 == windowBytes_ && atEnd_ && isLineEnd(window_[end]);
-    return isStart(end + 1) || endsOneLater ? end + 1 : 0;
+    return 0;
 }
 
 // Whether the message of a known id at `place` is all there and ends with a line feed.
@@ -141,22 +132,29 @@ bool LogReader::isWhole(std::size_t place, const Start& start) const {
     return start.row != noRow && end <= windowBytes_ && window_[end - 1] == lineFeed;
 }
 
-// Whether three messages follow each other from `place` on, or fewer up to the very end of the log.
+// Whether three messages follow each other from `place` on, or messages of known ids up to the very end of
+// the log.
 bool LogReader::opensChain(std::size_t place, const Start& start) const {
     Start link = start;
-    std::size_t end = followedEnd(place, link);
-    for (std::size_t messages = 1; end != 0; ++messages) {
-        if (messages == chainMessages || end == windowBytes_) {
-            return true;
+    Start next;
+    bool allKnown = true;
+    std::size_t end = place;
+    for (std::size_t messages = 1; messages <= chainMessages; ++messages) {
+        end = followedEnd(end, link, next);
+        allKnown = allKnown && link.row != noRow;
+        if (end == 0 || end == windowBytes_) {
+            return end != 0 && (allKnown || messages == chainMessages);
         }
-        end = startsAt(end, link) ? followedEnd(end, link) : 0;
+        link = next;
     }
-    return false;
+    return true;
 }
 
+// Whether a whole message of a known id stands at `place`. The five characters of an unknown one are met too
+// often.
 bool LogReader::isCredible(std::size_t place) const {
     Start start;
-    return startsAt(place, start) && (isWhole(place, start) || opensChain(place, start));
+    return startsAt(place, start) && isWhole(place, start);
 }
 
 // Whether another message begins inside the one at `place`: then this one has lost bytes.
@@ -171,20 +169,65 @@ bool LogReader::holdsAnother(std::size_t place, const Start& start) const {
     return false;
 }
 
+// Whether whole messages of known ids, one or more, fill the log from `place` to `end`.
+bool LogReader::leadsTo(std::size_t end, std::size_t place) const {
+    Start link;
+    while (place < end && startsAt(place, link) && isWhole(place, link)) {
+        place += link.bytes();
+    }
+    return place == end;
+}
+
+// Whether two whole messages of known ids follow each other, the first at `place`.
+bool LogReader::opensPair(std::size_t place) const {
+    Start first;
+    return startsAt(place, first) && isWhole(place, first) && isCredible(place + first.bytes());
+}
+
+// Whether what the message at `place` takes for its body is other messages. They lead to its end; in a binary
+// message of an unknown id, which three digits and two characters make out of nothing, a pair of them is
+// enough.
+bool LogReader::holdsOthers(std::size_t place, const Start& start, std::size_t end) const {
+    const bool isDoubtful = start.row == noRow;
+    for (std::size_t inner = nextCandidate(place + 1, end); inner < end;
+         inner = nextCandidate(inner + 1, end)) {
+        if (leadsTo(end, inner) || (isDoubtful && opensPair(inner))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Whether the message at `place`, which nothing follows, can be believed all the same.
 bool LogReader::standsAlone(std::size_t place, const Start& start) const {
     return isWhole(place, start) && !holdsAnother(place, start);
 }
 
-std::size_t LogReader::believedEnd(std::size_t place, Start& start) const {
+// Whether the message at `place`, with damage ahead of it, begins a chain.
+bool LogReader::beginsAnew(std::size_t place, const Start& start) const {
+    Start follower;
+    return opensChain(place, start) && !holdsOthers(place, start, followedEnd(place, start, follower));
+}
+
+std::size_t LogReader::believedEnd(std::size_t place, Start& start) {
     if (!startsAt(place, start)) {
         return 0;
     }
-    const std::size_t end = followedEnd(place, start);
-    if (end != 0) {
-        return end;
+    Start follower;
+    const std::size_t end = followedEnd(place, start, follower);
+    if (end == 0) {
+        return standsAlone(place, start) ? place + start.bytes() : 0;
     }
-    return standsAlone(place, start) ? place + start.bytes() : 0;
+    const Habit habit = {static_cast<std::uint16_t>(start.length), static_cast<std::uint8_t>(follower.row)};
+    if (start.row == noRow || habits_[start.row] != habit) {
+        if (holdsOthers(place, start, end)) {
+            return 0;
+        }
+        if (start.row != noRow) {
+            habits_[start.row] = habit;
+        }
+    }
+    return end;
 }
 
 // The first place from `place` on, and ahead of `end`, with three digits where a length would stand; `end` if
@@ -215,13 +258,13 @@ void LogReader::takeDamage() {
         std::size_t place = nextCandidate(at_, end);
         while (place < end && !found) {
             Start start;
-            found = startsAt(place, start) && (opensChain(place, start) || standsAlone(place, start));
+            found = startsAt(place, start) && (beginsAnew(place, start) || standsAlone(place, start));
             if (!found) {
                 place = nextCandidate(place + 1, end);
             }
         }
-        at_ = std::min(place, windowBytes_);
-        found = found || (atEnd_ && at_ == windowBytes_);
+        at_ = place;
+        found = found || atEnd_;
     }
     damage_.bytes = position() - damage_.offset;
 }

@@ -2,12 +2,19 @@
 // stretch that holds none reported as damage.
 //
 // A message is believed where an id stands, three hexadecimal digits, a body whose length is possible for the
-// id, and behind its line end the start of another message or the end of the log. A message that is followed
-// by damage is believed if it is whole: its line end stands where it should, and no other message begins
-// inside it. Where nothing fits, the reader looks for the next place from which three messages follow each
-// other, or at which a whole message of a known id stands alone between two damages.
+// id, and behind its line end the start of another message or the end of the log. It is not believed if other
+// messages inside it lead to that same place: then it has lost bytes, or a digit of its length is wrong; one
+// of an unknown id is not if two messages of known ids follow each other anywhere inside it, unless it is a
+// text. A message that is followed by damage is believed if it is whole: its line end stands where it should,
+// and no other message begins inside it. Where nothing fits, the reader looks for the next place from which
+// three messages follow each other, or messages of known ids up to the end of the log, or at which a whole
+// message of a known id stands alone between two damages.
+//
+// A log that is whole may have one byte more behind a message than its line end. In a damaged one, a single
+// byte that came between two messages is taken so, too.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -42,8 +49,20 @@ enum class LogItem : std::uint8_t { message, damage, end };
 
 class LogReader {
 public:
+    // What the last message of a row was like. Receivers send the same messages in the same order, epoch
+    // after epoch: only one that is unlike the last is looked through for others.
+    struct Habit {
+        std::uint16_t length = 0;
+        std::uint8_t follower = noRow;  // the row behind it
+
+        friend bool operator==(const Habit&, const Habit&) = default;
+    };
+    using Habits = std::array<Habit, messageTable.size()>;
+
     // Reads from an open file and closes it at the end.
     explicit LogReader(std::FILE* file);
+    // Goes on where another reader stood, which had these habits, and takes what that one would have taken.
+    LogReader(std::FILE* file, const Habits& habits);
     // Reads from memory, which must outlive the reader.
     explicit LogReader(std::span<const std::uint8_t> bytes);
 
@@ -56,13 +75,14 @@ public:
 
     // How far the log has been taken, in bytes.
     [[nodiscard]] std::uint64_t position() const { return windowOffset_ + at_; }
+    [[nodiscard]] const Habits& habits() const { return habits_; }
     // Whether the file gave an error instead of its next bytes. What came before is still handed out.
     [[nodiscard]] bool failed() const { return failed_; }
 
 private:
     // The start of a message at a place of the window: its row and where it ends.
     struct Start {
-        std::size_t row = noRow;
+        std::size_t row = noRow;  // noRow, too, where nothing starts
         std::size_t length = 0;
         std::size_t lineEnd = 0;  // bytes
 
@@ -73,16 +93,19 @@ private:
     };
 
     [[nodiscard]] bool startsAt(std::size_t place, Start& start) const;
-    [[nodiscard]] bool isStart(std::size_t place) const;
-    [[nodiscard]] bool isStartOrEnd(std::size_t place) const;
-    [[nodiscard]] std::size_t followedEnd(std::size_t place, const Start& start) const;
+    // The end of the message at `place` and what stands there.
+    [[nodiscard]] std::size_t followedEnd(std::size_t place, const Start& start, Start& follower) const;
     [[nodiscard]] bool isWhole(std::size_t place, const Start& start) const;
     [[nodiscard]] bool opensChain(std::size_t place, const Start& start) const;
     [[nodiscard]] bool isCredible(std::size_t place) const;
     [[nodiscard]] bool holdsAnother(std::size_t place, const Start& start) const;
+    [[nodiscard]] bool leadsTo(std::size_t end, std::size_t place) const;
+    [[nodiscard]] bool opensPair(std::size_t place) const;
+    [[nodiscard]] bool holdsOthers(std::size_t place, const Start& start, std::size_t end) const;
+    [[nodiscard]] bool beginsAnew(std::size_t place, const Start& start) const;
     [[nodiscard]] bool standsAlone(std::size_t place, const Start& start) const;
     // The end of the message at `place` of the window if there is one that is believed, else 0.
-    [[nodiscard]] std::size_t believedEnd(std::size_t place, Start& start) const;
+    [[nodiscard]] std::size_t believedEnd(std::size_t place, Start& start);
     [[nodiscard]] std::size_t nextCandidate(std::size_t place, std::size_t end) const;
 
     void fill();
@@ -96,6 +119,7 @@ private:
     std::size_t at_ = 0;              // the next byte, in the window
     bool atEnd_ = false;              // the window reaches to the end of the log
     bool failed_ = false;
+    Habits habits_{};
     Message message_;
     Damage damage_;
 };

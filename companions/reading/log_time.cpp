@@ -1,5 +1,6 @@
 #include "reading/log_time.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -62,12 +63,13 @@ private:
 }  // namespace
 
 std::optional<LogDate> dateOf(int year, unsigned month, unsigned day) {
-    const std::chrono::year_month_day date{std::chrono::year{year}, std::chrono::month{month},
-                                           std::chrono::day{day}};
-    if (year < firstYear || year > lastYear || !date.ok()) {
+    // Greater numbers than these would lose their upper bits on the way into a date.
+    if (year < firstYear || year > lastYear || month > 12 || day > 31) {
         return std::nullopt;
     }
-    return LogDate{date};
+    const std::chrono::year_month_day date{std::chrono::year{year}, std::chrono::month{month},
+                                           std::chrono::day{day}};
+    return date.ok() ? std::optional(LogDate{date}) : std::nullopt;
 }
 
 CalendarTime calendarOf(LogTime time) {
@@ -119,9 +121,11 @@ std::optional<LogTime> timeOfIsoText(std::string_view text) {
     unsigned second = 0;
     unsigned millisecond = 0;
     if (scanner.skip('T') || scanner.skip(' ')) {
-        if (!scanner.digits(2, hour) || !scanner.skip(':') || !scanner.digits(2, minute) ||
-            (scanner.skip(':') && !scanner.digits(2, second)) ||
-            (scanner.skip('.') && !scanner.thousandths(millisecond))) {
+        if (!scanner.digits(2, hour) || !scanner.skip(':') || !scanner.digits(2, minute)) {
+            return std::nullopt;
+        }
+        if (scanner.skip(':') &&
+            (!scanner.digits(2, second) || (scanner.skip('.') && !scanner.thousandths(millisecond)))) {
             return std::nullopt;
         }
         scanner.skip('Z');

@@ -21,8 +21,8 @@ constexpr BodyField<double> z{16};
 constexpr std::size_t bytes = 24;
 }  // namespace positionBody
 
-// Farther from the Earth's centre than any orbit of these systems.
-constexpr double farthestPosition = 1e8;
+// Metres: farther from the Earth's centre than any orbit of these systems.
+constexpr double farthestPosition = 5e7;
 
 // The text from `offset` on, to the first zero byte or the end.
 std::string_view textOf(const Message& message, std::size_t offset) {
@@ -81,19 +81,19 @@ constexpr Parameter parameters[] = {
     {"rcv/ver/main=", &SiteIdentity::receiverVersion},
 };
 
-// Parameters stand as "name="value" with a quote ahead of the name, around the value and behind it.
+// Parameters stand as "name="value" with a quote ahead of the name, around the value and behind it. What no
+// quote ends is cut off.
 void takeParameters(const Message& message, SiteIdentity& identity) {
     std::string_view text = textOf(message, 0);
-    const auto nextQuoted = [&text]() {
-        const std::string_view token = text.substr(0, text.find('"'));
-        text.remove_prefix(std::min(token.size() + 1, text.size()));
-        return token;
-    };
-    while (!text.empty()) {
-        const std::string_view token = nextQuoted();
-        const auto parameter = std::ranges::find(parameters, token, &Parameter::name);
-        if (parameter != std::end(parameters)) {
-            set(identity.*(parameter->field), nextQuoted(), message);
+    auto named = std::end(parameters);
+    for (std::size_t quote = text.find('"'); quote != std::string_view::npos; quote = text.find('"')) {
+        const std::string_view token = text.substr(0, quote);
+        text.remove_prefix(quote + 1);
+        if (named != std::end(parameters)) {
+            set(identity.*(named->field), token, message);
+            named = std::end(parameters);
+        } else {
+            named = std::ranges::find(parameters, token, &Parameter::name);
         }
     }
 }

@@ -3,6 +3,10 @@
 #   awk -f standard-columns.awk site0650.26o site0650.26o >site0650.obs     name the file twice
 #   awk -f standard-columns.awk site0650.26G site0650.26G >site0650.nav
 #
+# The second name must be that of the first. A file that this script has made, which a COMMENT in its header
+# tells, is refused: its columns would be moved onto other codes. Exit status 2 for both, and nothing is written.
+# It is a slow way for a long file: half a minute for a file of some 400 MB.
+#
 # In an observation file: a signal that no satellite of a constellation has in the whole file loses its
 # columns; "SYS / # / OBS TYPES" then names exactly the columns that are there, also for BeiDou; blanks at
 # the ends of lines go. In a navigation file: "TIME SYSTEM CORR" gets its standard columns, and the first
@@ -17,10 +21,23 @@ BEGIN {
     signals["C"] = "2I 8X 7I 6I 5X 1X"
     labels["RINEX VERSION / TYPE"]; labels["SYS / PHASE SHIFT"]; labels["GLONASS COD/PHS/BIS"]
     labels["TIME SYSTEM CORR"]; labels["IONOSPHERIC CORR"]
+    mark = "COLUMNS AS IN THE STANDARD"
+}
+
+function refuse(why) {
+    refused = 1
+    print "standard-columns.awk: " why > "/dev/stderr"
+    exit 2
 }
 
 { sub(/\r$/, "") }
-FNR == 1 { reading++; inHeader = 1; observations = index($0, "OBSERVATION DATA") > 0 }
+FNR == 1 {
+    if (!reading++) name = FILENAME
+    else if (FILENAME != name) refuse("not one file twice: " name ", " FILENAME)
+    inHeader = 1
+    observations = index($0, "OBSERVATION DATA") > 0
+}
+inHeader && index($0, mark) == 1 { refuse(name " is a file that this script has made") }
 
 function isSatellite() { return observations && !inHeader && match($0, /^[GREC]-?[0-9]+/) }
 function slot(s) { return substr($0, idLength + 1 + 64 * s, 64) }
@@ -82,8 +99,9 @@ inHeader {
             put(substr($0, 1, length($0) - length(label)), label)
             next
         }
-    if (/END OF HEADER$/) inHeader = 0
     print
+    if (/PGM \/ RUN BY \/ DATE$/) put(mark, "COMMENT")
+    if (/END OF HEADER$/) inHeader = 0
     next
 }
 
@@ -96,3 +114,5 @@ isSatellite() {
 }
 
 { print trimmed($0) }
+
+END { if (reading < 2 && !refused) refuse("name the file twice: it is read twice") }

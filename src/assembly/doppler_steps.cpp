@@ -15,12 +15,8 @@ std::int32_t negatedSum(std::int32_t a, std::int32_t b) {
 
 // The carriers in the unit of their formula: GLONASS in MHz, all others in Hz. Function objects, so that a
 // loop is compiled for each.
-constexpr auto glonassMegahertz = [](const Carrier& carrier, std::int32_t channel) {
-    switch (carrier.kind) {
-        case CarrierKind::glonassL1: return glonassL1Megahertz(channel);
-        case CarrierKind::glonassL2: return glonassL2Megahertz(channel);
-        default: return glonassL3Megahertz;
-    }
+constexpr auto channelMegahertz = [](const Carrier& carrier, std::int32_t channel) {
+    return glonassMegahertz(carrier.kind, channel);
 };
 constexpr auto fixedHertz = [](const Carrier& carrier, std::int32_t /*channel*/) { return carrier.hertz; };
 
@@ -65,7 +61,7 @@ void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
     }
     forEachConstellation(step, dopplerGates[band], [&](Constellation constellation, auto entries) {
         const std::size_t c = indexOf(constellation);
-        const Carrier carrier = dopplerCarriers[band][c];
+        const Carrier carrier = signalCarriers[band][c];
         const Carrier reference = dopplerReferences[c];
         const RecordName name = dopplerNames[band][c];
         const auto store = [&](auto frequencyOf) {
@@ -79,7 +75,7 @@ void runDopplerDeltaStep(EpochAssembly& assembly, const StepInput& step) {
             });
         };
         if (constellation == Constellation::glonass) {
-            store(glonassMegahertz);
+            store(channelMegahertz);
         } else {
             store(fixedHertz);
         }

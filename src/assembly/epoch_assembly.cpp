@@ -17,48 +17,53 @@ enum class WalkedCount : std::uint8_t {
 
 struct AssemblyStep {
     std::size_t row;
+    std::size_t band;
     void (*run)(EpochAssembly&, const StepInput&);
-    std::size_t band = 0;
-    WalkedCount walked = WalkedCount::own;
+    WalkedCount walked;
 };
+
+consteval AssemblyStep step(MessageId id, void (*run)(EpochAssembly&, const StepInput&),
+                            WalkedCount walked = WalkedCount::own) {
+    return {.row = rowOf(id), .band = bandOf(id).value(), .run = run, .walked = walked};
+}
 
 // The order decides which value stays: rx comes after rc and 0d after DC. rx comes ahead of the range
 // differences and phases, DX ahead of the Doppler differences, as they refer to them.
 // clang-format off
 constexpr auto assemblySteps = std::to_array<AssemblyStep>({
-    {rowOf("FC"), runFlagStep, 0, WalkedCount::list},
-    {rowOf("F1"), runFlagStep, 1, WalkedCount::list},
-    {rowOf("F2"), runFlagStep, 2, WalkedCount::list},
-    {rowOf("F3"), runFlagStep, 3, WalkedCount::list},
-    {rowOf("F5"), runFlagStep, 4, WalkedCount::list},
-    {rowOf("Fl"), runFlagStep, 5, WalkedCount::list},
-    {rowOf("rc"), runFullRangeStep},
-    {rowOf("rx"), runClockOffsetStep, 0, WalkedCount::listIfAnyOwn},
-    {rowOf("1r"), runRangeDeltaStep, 1},
-    {rowOf("2r"), runRangeDeltaStep, 2},
-    {rowOf("3r"), runRangeDeltaStep, 3},
-    {rowOf("5r"), runRangeDeltaStep, 4},
-    {rowOf("lr"), runRangeDeltaStep, 5},
-    {rowOf("DX"), runReferenceDopplerStep},
-    {rowOf("DC"), runFullDopplerStep},
-    {rowOf("0d"), runDopplerDeltaStep, 0},
-    {rowOf("1d"), runDopplerDeltaStep, 1},
-    {rowOf("2d"), runDopplerDeltaStep, 2},
-    {rowOf("3d"), runDopplerDeltaStep, 3},
-    {rowOf("5d"), runDopplerDeltaStep, 4},
-    {rowOf("ld"), runDopplerDeltaStep, 5},
-    {rowOf("cp"), runPhaseStep, 0},
-    {rowOf("1p"), runPhaseStep, 1},
-    {rowOf("2p"), runPhaseStep, 2},
-    {rowOf("3p"), runPhaseStep, 3},
-    {rowOf("5p"), runPhaseStep, 4},
-    {rowOf("lp"), runPhaseStep, 5},
-    {rowOf("CE"), runStrengthStep, 0},
-    {rowOf("1E"), runStrengthStep, 1},
-    {rowOf("2E"), runStrengthStep, 2},
-    {rowOf("3E"), runStrengthStep, 3},
-    {rowOf("5E"), runStrengthStep, 4},
-    {rowOf("lE"), runStrengthStep, 5},
+    step("FC", runFlagStep, WalkedCount::list),
+    step("F1", runFlagStep, WalkedCount::list),
+    step("F2", runFlagStep, WalkedCount::list),
+    step("F3", runFlagStep, WalkedCount::list),
+    step("F5", runFlagStep, WalkedCount::list),
+    step("Fl", runFlagStep, WalkedCount::list),
+    step("rc", runFullRangeStep),
+    step("rx", runClockOffsetStep, WalkedCount::listIfAnyOwn),
+    step("1r", runRangeDeltaStep),
+    step("2r", runRangeDeltaStep),
+    step("3r", runRangeDeltaStep),
+    step("5r", runRangeDeltaStep),
+    step("lr", runRangeDeltaStep),
+    step("DX", runReferenceDopplerStep),
+    step("DC", runFullDopplerStep),
+    step("0d", runDopplerDeltaStep),
+    step("1d", runDopplerDeltaStep),
+    step("2d", runDopplerDeltaStep),
+    step("3d", runDopplerDeltaStep),
+    step("5d", runDopplerDeltaStep),
+    step("ld", runDopplerDeltaStep),
+    step("cp", runPhaseStep),
+    step("1p", runPhaseStep),
+    step("2p", runPhaseStep),
+    step("3p", runPhaseStep),
+    step("5p", runPhaseStep),
+    step("lp", runPhaseStep),
+    step("CE", runStrengthStep),
+    step("1E", runStrengthStep),
+    step("2E", runStrengthStep),
+    step("3E", runStrengthStep),
+    step("5E", runStrengthStep),
+    step("lE", runStrengthStep),
 });
 // clang-format on
 constexpr std::size_t flagSteps = bandCount;
@@ -74,12 +79,12 @@ int entriesToWalk(const AssemblyStep& step, const MessageStaging& staging) {
     return 0;
 }
 
-void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, WalkedFor purpose) {
+void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps) {
     int longest = 0;
     for (const AssemblyStep& step : steps) {
         longest = std::max(longest, entriesToWalk(step, assembly.staging));
     }
-    const SatelliteWalk walk(assembly.staging, assembly.store, longest, purpose);
+    const SatelliteWalk walk(assembly.staging, assembly.store, longest);
     const OpenGates gates(assembly.options);
     for (const AssemblyStep& step : steps) {
         const int count = entriesToWalk(step, assembly.staging);
@@ -93,12 +98,12 @@ void runSteps(EpochAssembly& assembly, std::span<const AssemblyStep> steps, Walk
 }  // namespace
 
 void assembleEpoch(EpochAssembly& assembly) {
-    runSteps(assembly, assemblySteps, WalkedFor::measurements);
+    runSteps(assembly, assemblySteps);
     countObsCodes(assembly.survey);
 }
 
 void assembleFlags(EpochAssembly& assembly) {
-    runSteps(assembly, std::span(assemblySteps).first(flagSteps), WalkedFor::flags);
+    runSteps(assembly, std::span(assemblySteps).first(flagSteps));
 }
 
 void enterPlaceholderCodes(EpochAssembly& assembly, const StepInput& step, Kind kind) {

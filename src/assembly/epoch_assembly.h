@@ -25,8 +25,9 @@ struct EpochAssembly {
 
 // All 33 steps, then the count of the observable codes. For a TD of the writing pass.
 //
-// A step runs if its message's last count is positive, and walks the list for that many entries; the flag
-// steps and rx walk the list's own count. Nothing clears the staging between epochs, so a message that is
+// A step walks as many entries of the list as its message's last count says, and none if that is not
+// positive. The flag steps walk the whole list, whatever came of their messages; rx walks the whole list if
+// its message's last count is positive. Nothing clears the staging between epochs, so a message that is
 // missing applies its last values to the present list again.
 void assembleEpoch(EpochAssembly& assembly);
 

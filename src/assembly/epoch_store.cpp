@@ -1,20 +1,10 @@
 #include "assembly/epoch_store.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "log/satellite_lists.h"
 
 namespace orbconv {
-
-namespace {
-
-void freeRecord(SatEpochRecord& record) {
-    record.signalFlags[bands::c] &= ~signalPresentBit;
-    record.number = 0;
-}
-
-}  // namespace
 
 void clearRecord(SatEpochRecord& record) {
     // One fill for all rows would become a string instruction, which takes its time to start.
@@ -23,41 +13,28 @@ void clearRecord(SatEpochRecord& record) {
     }
     record.clockOffset = 0.0;
     record.referenceDoppler = 0;
-    freeRecord(record);
+    record.signalFlags[bands::c] &= ~signalPresentBit;
+    record.number = 0;
 }
 
 void clearEpochRecords(EpochStore& store) {
-    constexpr std::uint64_t cleared = (std::uint64_t{1} << clearedRecords) - 1;
     for (std::size_t c = 0; c < constellationCount; ++c) {
-        for (std::uint64_t due = store.touched[c] & cleared; due != 0; due &= due - 1) {
-            const int position = std::countr_zero(due);
-            SatEpochRecord& record = store.all[storeOffset[c] + static_cast<std::size_t>(position)];
-            if ((store.measured[c] >> position & 1) != 0) {
-                clearRecord(record);
-            } else {
-                freeRecord(record);
-            }
+        const std::size_t due = std::min(store.used[c], clearedRecords);
+        for (SatEpochRecord& record : store.useFirst(static_cast<Constellation>(c), due)) {
+            clearRecord(record);
         }
-        store.touched[c] &= ~cleared;
-        store.measured[c] &= ~cleared;
     }
 }
 
+static_assert(nnCapacity <= storeCapacity[indexOf(Constellation::glonass)], "NN's records are all there");
+
 void assignGlonassSlots(const MessageStaging& staging, EpochStore& store) {
-    const SatelliteList list(staging);
-    const std::uint8_t* const slots = staging.body(rowOf("NN"));
-    std::size_t next = 0;  // into the records and the NN bytes: moves at GLONASS elements only
-    for (int i = 0; i < list.count() && next < nnCapacity; ++i) {
-        const auto element = static_cast<std::size_t>(i);
-        if (list.systemCode(element) != glonassSystemCode) {
-            continue;
+    forEachGlonassSlot(staging, [&store](std::size_t position, std::int8_t channel, std::uint8_t slot) {
+        SatEpochRecord& record = store.useFirst(Constellation::glonass, position + 1).back();
+        if (claimRecord(&record, channel) != Claim::mismatch) {
+            record.gloSlotNumber = slot;
         }
-        const std::uint8_t slot = slots[next];
-        SatEpochRecord* const record = store.claimable(Constellation::glonass, next++);
-        if (claimRecord(record, list.frequencyChannel(element)) != Claim::mismatch) {
-            record->gloSlotNumber = slot;
-        }
-    }
+    });
 }
 
 }  // namespace orbconv

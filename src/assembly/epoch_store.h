@@ -10,6 +10,7 @@
 #include <span>
 #include <string_view>
 
+#include "assembly/signals.h"
 #include "log/message_staging.h"
 #include "run/constellation.h"
 
@@ -22,6 +23,9 @@ public:
     // From a literal of exactly three characters, such as "C1C".
     // NOLINTNEXTLINE(*-explicit-*, *-avoid-c-arrays): a code is written as its text
     constexpr SignalText(const char (&text)[4]) : text_{text[0], text[1], text[2]} {}
+    // The kind's letter ahead of a signal's band and attribute.
+    constexpr SignalText(char kind, const SignalCode& signal)
+        : text_{kind, signal.view()[0], signal.view()[1]} {}
 
     [[nodiscard]] constexpr bool empty() const { return *this == SignalText{}; }
     [[nodiscard]] constexpr std::string_view view() const { return {text_.data(), empty() ? 0U : length}; }
@@ -33,18 +37,6 @@ private:
     static constexpr std::size_t length = 3;
     std::array<char, length + 1> text_{};  // handled as one word
 };
-
-// Message families of the log, the band columns: c, 1, 2, 3, 5, l. Which signal a family stands for
-// differs by constellation.
-inline constexpr std::size_t bandCount = 6;
-namespace bands {
-inline constexpr std::size_t c = 0;
-inline constexpr std::size_t b1 = 1;
-inline constexpr std::size_t b2 = 2;
-inline constexpr std::size_t b3 = 3;
-inline constexpr std::size_t b5 = 4;
-inline constexpr std::size_t l = 5;
-}  // namespace bands
 
 // What a band holds, and the order of its codes in a list: slot = band * 5 + kind.
 inline constexpr std::size_t kindsPerBand = 5;
@@ -85,8 +77,6 @@ struct alignas(64) SatEpochRecord {
     }
 };
 
-inline constexpr std::uint32_t signalPresentBit = 1U << 6;
-
 // Records of each constellation's array.
 inline constexpr PerConstellation<std::size_t> storeCapacity = {32, 32, 37, 30, 61, 30, 30, 30};
 
@@ -102,76 +92,35 @@ inline constexpr auto storeOffset = []() {
     return offset;
 }();
 
-static_assert(*std::max_element(storeCapacity.begin(), storeCapacity.end()) < 64, "a bit for each record");
-
 struct EpochStore {
     std::array<SatEpochRecord, storeOffset.back() + storeCapacity.back()> all{};
 
-    // By constellation, a bit for each record that has been handed out to be written since it was cleared
-    // last, and one for each that may hold measurements. The others stand as a clear would leave them, so
-    // an epoch's clearing passes them over.
-    PerConstellation<std::uint64_t> touched{};
-    PerConstellation<std::uint64_t> measured{};
-    // How far the records go that have ever been handed out. Those behind are free as at the start.
+    // By constellation: how many records, from the first, have ever been given to be written. Only grows. The
+    // records behind are as at the start.
     PerConstellation<std::size_t> used{};
 
-    // All records of an array. One who may write them may write every one, so all count as handed out.
-    [[nodiscard]] std::span<SatEpochRecord> records(Constellation constellation) {
-        return writableFirst(constellation, storeCapacity[indexOf(constellation)]);
-    }
     [[nodiscard]] std::span<const SatEpochRecord> records(Constellation constellation) const {
         const std::size_t c = indexOf(constellation);
         return std::span(all).subspan(storeOffset[c], storeCapacity[c]);
     }
-    // The same without the records that have never been handed out.
     [[nodiscard]] std::span<const SatEpochRecord> usedRecords(Constellation constellation) const {
         return records(constellation).first(used[indexOf(constellation)]);
     }
-
-    // The first `count` records of an array, or all of them, for their numbers, slots and flags. Only what
-    // has been handed out by this function and those below is cleared.
-    [[nodiscard]] std::span<SatEpochRecord> claimableFirst(Constellation constellation, std::size_t count) {
+    // The one way to records that can be written: the first `count` of an array, or all of them if it has
+    // fewer. They count as used from now on.
+    [[nodiscard]] std::span<SatEpochRecord> useFirst(Constellation constellation, std::size_t count) {
         const std::size_t c = indexOf(constellation);
         const std::size_t within = std::min(count, storeCapacity[c]);
-        touched[c] |= firstBits(within);
         used[c] = std::max(used[c], within);
         return std::span(all).subspan(storeOffset[c], within);
     }
-    // The same for everything that a record holds.
-    [[nodiscard]] std::span<SatEpochRecord> writableFirst(Constellation constellation, std::size_t count) {
-        const auto handedOut = claimableFirst(constellation, count);
-        measured[indexOf(constellation)] |= firstBits(handedOut.size());
-        return handedOut;
-    }
-
-    // The one record at a position; null beyond the capacity of the array.
-    [[nodiscard]] SatEpochRecord* claimable(Constellation constellation, std::size_t position) {
-        const std::size_t c = indexOf(constellation);
-        if (position >= storeCapacity[c]) {
-            return nullptr;
-        }
-        touched[c] |= std::uint64_t{1} << position;
-        used[c] = std::max(used[c], position + 1);
-        return &all[storeOffset[c] + position];
-    }
-    [[nodiscard]] SatEpochRecord* writable(Constellation constellation, std::size_t position) {
-        SatEpochRecord* const record = claimable(constellation, position);
-        if (record != nullptr) {
-            measured[indexOf(constellation)] |= std::uint64_t{1} << position;
-        }
-        return record;
-    }
-
-private:
-    static constexpr std::uint64_t firstBits(std::size_t count) { return (std::uint64_t{1} << count) - 1; }
 };
 
 // Frees a record: number, observations, references and the presence of band 0. Deliberate: names, strength
 // digits, the GLONASS slot and the flags of the other bands stay, and the next satellite inherits them.
 void clearRecord(SatEpochRecord& record);
 
-// Clears the first 30 records of every array. Only what has been written through writable() can differ from
-// its cleared state.
+// Clears the first 30 records of every array. Those that were never used need none.
 void clearEpochRecords(EpochStore& store);
 
 // What claimRecord found.

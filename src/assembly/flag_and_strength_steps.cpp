@@ -1,16 +1,15 @@
 // Presence flags (FC to Fl) and signal strengths (CE to lE).
-#include <algorithm>
-
 #include "assembly/assembly_steps.h"
 
 namespace orbconv {
 
 namespace {
 
-// The bits of a flag word that a record takes over.
+// The bits of a flag word that a record takes over. No output depends on bit 7.
 std::uint32_t takenFlagBits(Constellation constellation, std::size_t band) {
     const bool takesBit7 = constellation == Constellation::beidou && band == bands::b1;
-    return takesBit7 ? 0xC0U : signalPresentBit;
+    constexpr std::uint32_t bit7 = 1U << 7;
+    return takesBit7 ? signalPresentBit | bit7 : signalPresentBit;
 }
 
 // The strength that the digit is made of. Deliberate: in band l it is not always the band's own.
@@ -21,16 +20,12 @@ double strengthForDigit(const SatEpochRecord& record, Constellation constellatio
         const bool takesBand5IfFresh =
             constellation == Constellation::gps || constellation == Constellation::beidou;
         if (constellation == Constellation::navic) {
-            source = 0;
+            source = bands::c;
         } else if (takesBand5IfFresh && claim == Claim::fresh) {
             source = bands::b5;
         }
     }
     return record.at(ObsRow::strength, source);
-}
-
-std::int32_t strengthDigit(double strength) {
-    return std::clamp(static_cast<std::int32_t>(strength / strengthPerDigit), 1, 9);
 }
 
 }  // namespace

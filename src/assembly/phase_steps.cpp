@@ -11,11 +11,9 @@ namespace {
 // The carrier phase in cycles of a time in seconds, before any shift. The GLONASS products are formed in
 // an order of their own. Function objects, so that a loop is compiled for each.
 constexpr auto glonassCycles = [](double t, const Carrier& carrier, std::int32_t channel) {
-    switch (carrier.kind) {
-        case CarrierKind::glonassL1: return hertzPerMegahertz * glonassL1Megahertz(channel) * t;
-        case CarrierKind::glonassL2: return hertzPerMegahertz * glonassL2Megahertz(channel) * t;
-        default: return hertzPerMegahertz * (t * glonassL3Megahertz);
-    }
+    const double megahertz = glonassMegahertz(carrier.kind, channel);
+    return carrier.kind == CarrierKind::glonassL3 ? hertzPerMegahertz * (t * megahertz)
+                                                  : hertzPerMegahertz * megahertz * t;
 };
 constexpr auto fixedCycles = [](double t, const Carrier& carrier, std::int32_t /*channel*/) {
     return t * carrier.hertz;
@@ -55,7 +53,8 @@ void notePhases(SignalSurvey& survey, Constellation constellation, std::size_t b
     }
 }
 
-// What is added to the cycles of some satellites behind the shift.
+// What is added to the cycles of some satellites behind the shift. Deliberate: the phase-shift table of the
+// header does not show it.
 BeidouExtraPhase extraPhaseOf(Constellation constellation, std::size_t band) {
     return constellation == Constellation::beidou ? beidouExtraPhases[band]
                                                   : BeidouExtraPhase{beidouNone, 0.0};
@@ -77,7 +76,7 @@ void runPhaseStep(EpochAssembly& assembly, const StepInput& step) {
         if (!hasRecords(constellation)) {
             return;
         }
-        const Carrier carrier = phaseCarriers[band][c];
+        const Carrier carrier = signalCarriers[band][c];
         const auto shift = static_cast<double>(phaseShifts[band][c]);
         const RecordName name = phaseNames[band][c];
         const BeidouExtraPhase extra = extraPhaseOf(constellation, band);

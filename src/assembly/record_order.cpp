@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <tuple>
-#include <utility>
 
 #include "assembly/signal_plan.h"
 #include "log/satellite_lists.h"
@@ -49,21 +47,17 @@ void sortRun(std::span<SatEpochRecord> run, RecordKey key) {
 }
 
 void sortRecords(EpochStore& store, Constellation constellation, RecordKey key) {
-    const auto records = std::as_const(store).usedRecords(constellation);
-    const auto isFree = [key](const SatEpochRecord& record) { return record.*key == 0; };
+    const auto records = store.usedRecords(constellation);
+    const auto hasKeyZero = [key](const SatEpochRecord& record) { return record.*key == 0; };
     const auto byKey = [key](const SatEpochRecord& a, const SatEpochRecord& b) { return a.*key < b.*key; };
     auto begin = records.begin();
     while (begin != records.end()) {
-        begin = std::find_if_not(begin, records.end(), isFree);
-        const auto end = std::find_if(begin, records.end(), isFree);
+        begin = std::find_if_not(begin, records.end(), hasKeyZero);
+        const auto end = std::find_if(begin, records.end(), hasKeyZero);
         if (!std::is_sorted(begin, end, byKey)) {
             const auto first = static_cast<std::size_t>(begin - records.begin());
             const auto count = static_cast<std::size_t>(end - begin);
-            SatEpochRecord* const run = store.writable(constellation, first);
-            for (std::size_t i = 1; i < count; ++i) {
-                std::ignore = store.writable(constellation, first + i);
-            }
-            sortRun({run, count}, key);
+            sortRun(store.useFirst(constellation, first + count).last(count), key);
         }
         begin = end;
     }
@@ -148,7 +142,7 @@ void sortSignalSatelliteLists(SignalSurvey& survey) {
         const std::size_t c = indexOf(constellation);
         for (std::size_t band = 0; band < bandCount; ++band) {
             // Lists fill from the start without gaps, so the first zero ends what there is to sort.
-            auto& list = survey.signalSatellites[c][band];
+            auto& list = survey.signalSatelliteList[c][band];
             const auto end = list.begin() + static_cast<std::ptrdiff_t>(satelliteListEntries[c]);
             std::sort(list.begin(), std::find(list.begin(), end, 0));
         }
@@ -162,16 +156,16 @@ void mergeGlonassCdma(EpochStore& store, SignalSurvey& survey) {
     ObsCodeList& codes = survey.codes(Constellation::glonass);
     std::copy_n(cdmaCodes.begin(), ownSlots, codes.begin() + ownSlots);
 
-    const auto& cdmaLists = survey.signalSatellites[indexOf(Constellation::glonassCdma)];
-    auto& lists = survey.signalSatellites[indexOf(Constellation::glonass)];
+    const auto& cdmaLists = survey.signalSatelliteList[indexOf(Constellation::glonassCdma)];
+    auto& lists = survey.signalSatelliteList[indexOf(Constellation::glonass)];
     std::copy_n(cdmaLists.begin(), bandCount, lists.begin() + bandCount);
 
-    const auto glonass = store.records(Constellation::glonass);
+    // One more: the last folded record writes into the next one's number.
+    const auto glonass = store.useFirst(Constellation::glonass, foldedRecords + 1);
     for (std::size_t i = 0; i < foldedRecords; ++i) {
         for (const SatEpochRecord& cdma : store.records(Constellation::glonassCdma)) {
             if (cdma.number == glonass[i].number) {
-                foldRecord(*store.writable(Constellation::glonass, i),
-                           *store.writable(Constellation::glonass, i + 1), cdma);
+                foldRecord(glonass[i], glonass[i + 1], cdma);
             }
         }
     }

@@ -28,15 +28,12 @@ struct WalkEntry {
     [[nodiscard]] Claim claim() const { return claimRecord(record, number); }
 };
 
-// Whether a walk's steps write numbers and flags alone, or measurements too.
-enum class WalkedFor : std::uint8_t { flags, measurements };
-
 // Made once an epoch, out of the first `entries` entries of the list (at most 180). A step takes a
 // constellation as a whole or not at all, so an entry's position, and with it its record, is the same for
 // every step, and the constellations can be walked one after the other.
 class SatelliteWalk {
 public:
-    SatelliteWalk(const MessageStaging& staging, EpochStore& store, int entries, WalkedFor purpose);
+    SatelliteWalk(const MessageStaging& staging, EpochStore& store, int entries);
 
     // The constellation's entries among the first `count` of the list, in their order.
     [[nodiscard]] std::span<const WalkEntry> of(Constellation constellation, int count) const {
@@ -50,7 +47,8 @@ public:
 
 private:
     std::array<WalkEntry, SatelliteList::capacity> entries_;  // by constellation
-    std::array<std::size_t, constellationCount + 1> begin_{};
+    std::array<std::size_t, constellationCount + 1>
+        begin_{};  // of each among the entries; behind them the end
 };
 
 }  // namespace orbconv

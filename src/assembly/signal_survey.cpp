@@ -6,13 +6,13 @@ namespace orbconv {
 
 namespace {
 
-void writeCodes(ObsCodeList& list, std::size_t band, const SignalCodes& codes, std::size_t firstKind = 0) {
+void writeCodes(ObsCodeList& list, std::size_t band, const ObsCodes& codes, std::size_t firstKind = 0) {
     for (std::size_t kind = firstKind; kind < codes.size(); ++kind) {
         list[band * kindsPerBand + kind] = codes[kind];
     }
 }
 
-void enterBeidouCodes(ObsCodeList& list, std::size_t band, const SignalCodes& codes, std::int32_t number) {
+void enterBeidouCodes(ObsCodeList& list, std::size_t band, const ObsCodes& codes, std::int32_t number) {
     const BeidouRule& rule = beidouRules[band];
     SignalText& code = list[slotOf(band, Kind::code)];
     SignalText& secondPhase = list[slotOf(band, Kind::secondPhase)];
@@ -48,7 +48,7 @@ void enterBeidouCodes(ObsCodeList& list, std::size_t band, const SignalCodes& co
 
 void enterCodes(SignalSurvey& survey, const SurveyedSignal& signal) {
     ObsCodeList& list = survey.codes(signal.constellation);
-    const SignalCodes& codes = signalCodes[signal.band][indexOf(signal.constellation)];
+    const ObsCodes& codes = obsCodes[signal.band][indexOf(signal.constellation)];
     if (signal.constellation == Constellation::beidou) {
         enterBeidouCodes(list, signal.band, codes, signal.record.number);
     } else if (list[slotOf(signal.band, Kind::code)].empty()) {
@@ -56,7 +56,7 @@ void enterCodes(SignalSurvey& survey, const SurveyedSignal& signal) {
     }
 }
 
-// Entries that the search for a key looks at. Deliberate: 32 also in Galileo's list of 37.
+// Entries of a SignalSatelliteList that the search for a key looks at. Deliberate: 32 also for Galileo.
 std::size_t searchedEntries(Constellation constellation) {
     return constellation == Constellation::beidou ? satelliteListRoom : 32;
 }
@@ -103,7 +103,7 @@ void enterSignal(SignalSurvey& survey, const SurveyedSignal& signal) {
                         beidouRules[signal.band].listed.holds(signal.record.number);
     if (listed) {
         const bool bySlot = signal.constellation == Constellation::glonass;
-        enterSatellite(survey.signalSatellites[c][signal.band], searchedEntries(signal.constellation),
+        enterSatellite(survey.signalSatelliteList[c][signal.band], searchedEntries(signal.constellation),
                        bySlot ? signal.record.gloSlotNumber : signal.record.number);
     }
     enterPhaseShiftSatellite(survey, signal);

@@ -19,15 +19,15 @@ using ObsCodeList = std::array<SignalText, obsCodeSlots>;
 // Constellations with a count of codes: all but GLONASS CDMA.
 inline constexpr std::size_t countedConstellations = 7;
 
-// Satellite numbers in the order in which they were met. Constellations use the first 32 entries, Galileo
-// 37, BeiDou 61.
+// Satellite numbers in the order in which they were met. Each kind of list uses a part of the room.
 inline constexpr std::size_t satelliteListRoom = 61;
 using SatelliteNumbers = std::array<std::int32_t, satelliteListRoom>;
 
-// Entries of a SignalSatelliteList, by constellation.
+// Entries of a SignalSatelliteList that are sorted and counted. Deliberate: of Galileo's 37 no more than 32
+// are ever filled.
 inline constexpr PerConstellation<std::size_t> satelliteListEntries = {32, 32, 37, 32, 61, 32, 32, 32};
 
-// Entries of a PhaseShiftSatellites list that are used.
+// Entries of a PhaseShiftSatellites list.
 constexpr std::size_t phaseShiftEntries(Constellation constellation, std::size_t band) {
     return constellation == Constellation::beidou && band != 0 ? satelliteListRoom : 60;
 }
@@ -50,26 +50,28 @@ struct SignalSurvey {
 
     // SignalSatelliteList: by constellation and band, satellites with the signal present. GLONASS entries
     // are slot numbers.
-    PerConstellation<std::array<SatelliteNumbers, signalColumns>> signalSatellites{};
+    PerConstellation<std::array<SatelliteNumbers, signalColumns>> signalSatelliteList{};
     // The satellites of each constellation's first list, and how many they are in all.
     PerConstellation<SatelliteNumbers> allSatelliteList{};
     std::int32_t satelliteTotal = 0;
 
-    // PhaseShiftSatellites: by constellation and band. GLONASS entries are channels.
+    // PhaseShiftSatellites: by constellation and band. GLONASS entries are channels. No output depends on
+    // them.
     PerConstellation<std::array<SatelliteNumbers, bandCount>> phaseShiftSatellites{};
     // Cycles; row 7 is GLONASS CDMA.
     PerConstellation<std::array<float, signalColumns>> phaseShiftValues{};
-    // GLONASS CDMA has no row of its own and counts in that of SBAS.
+    // SignalUseCount: satellites on each signal, counted anew for the header. No output depends on what the
+    // steps add ahead of that and behind it. GLONASS CDMA has no row of its own and counts in that of SBAS.
     std::array<std::array<std::uint32_t, signalColumns>, countedConstellations> signalUseCount{};
 
     // By constellation, band and position: lets the survey pass over what it has seen.
     PerConstellation<std::array<std::array<NotedSignal, satelliteListRoom>, bandCount>> notedSignals{};
 
-    // The latest elements that the steps of 1r and 2r took. Never reset.
+    // The latest elements that the steps of 1r and 2r took. Never reset. No output depends on the second.
     std::int16_t lastRangeDelta = 0;
     std::int16_t secondRangeDelta = 0;
 
-    // satellitesInEpoch is kept with the staging; this is its running maximum.
+    // satellitesInEpoch is kept with the staging; this is its running maximum. No output depends on it.
     std::int32_t maxSatellitesInEpoch = 0;
 
     [[nodiscard]] ObsCodeList& codes(Constellation c) { return obsCodeList[indexOf(c)]; }

@@ -44,15 +44,17 @@ struct BandMessages {
     MessageId doppler;   // signed 16-bit, a difference from the reference Doppler
     MessageId strength;  // unsigned byte
 };
+// clang-format off
 inline constexpr std::array<BandMessages, bandCount> bandMessages = {{
-    //           flag          range          phase          Doppler          strength
-    /* c */ {.flag = "FC", .range = "rc", .phase = "cp", .doppler = "0d", .strength = "CE"},
-    /* 1 */ {.flag = "F1", .range = "1r", .phase = "1p", .doppler = "1d", .strength = "1E"},
-    /* 2 */ {.flag = "F2", .range = "2r", .phase = "2p", .doppler = "2d", .strength = "2E"},
-    /* 3 */ {.flag = "F3", .range = "3r", .phase = "3p", .doppler = "3d", .strength = "3E"},
-    /* 5 */ {.flag = "F5", .range = "5r", .phase = "5p", .doppler = "5d", .strength = "5E"},
-    /* l */ {.flag = "Fl", .range = "lr", .phase = "lp", .doppler = "ld", .strength = "lE"},
+    //       flag  range phase Dopp. strength
+    /* c */ {"FC", "rc", "cp", "0d", "CE"},
+    /* 1 */ {"F1", "1r", "1p", "1d", "1E"},
+    /* 2 */ {"F2", "2r", "2p", "2d", "2E"},
+    /* 3 */ {"F3", "3r", "3p", "3d", "3E"},
+    /* 5 */ {"F5", "5r", "5p", "5d", "5E"},
+    /* l */ {"Fl", "lr", "lp", "ld", "lE"},
 }};
+// clang-format on
 
 // What the differences refer to, and a Doppler that refers to nothing; all of band c, all signed 32-bit.
 struct ReferenceMessages {
@@ -61,6 +63,19 @@ struct ReferenceMessages {
     MessageId fullDoppler;  // what band c has where it has no difference
 };
 inline constexpr ReferenceMessages referenceMessages = {.range = "rx", .doppler = "DX", .fullDoppler = "DC"};
+
+// The band that a message carries; nothing for one that stands in neither table.
+constexpr std::optional<std::size_t> bandOf(MessageId id) {
+    for (std::size_t band = 0; band < bandCount; ++band) {
+        const BandMessages& of = bandMessages[band];
+        if (id == of.flag || id == of.range || id == of.phase || id == of.doppler || id == of.strength) {
+            return band;
+        }
+    }
+    const ReferenceMessages& of = referenceMessages;
+    const bool ofBandC = id == of.range || id == of.doppler || id == of.fullDoppler;
+    return ofBandC ? std::optional(bands::c) : std::nullopt;
+}
 
 inline constexpr std::uint32_t signalPresentBit = 1U << 6;
 
@@ -112,7 +127,7 @@ private:
 // clang-format off
 
 inline constexpr SignalCode noSignal{};
-// QZSS and SBAS are in the satellite lists, but not in these messages.
+// None is told for QZSS and SBAS, which no run of the converter takes in.
 inline constexpr PerBand<SignalCode> signalCodes = {{
     //        GPS   GLONASS   Galileo   QZSS      BeiDou NavIC     SBAS      CDMA
     /* c */ {{"1C", "1C",     "1X",     noSignal, "2I",  "9A",     noSignal, "4X"}},
@@ -186,7 +201,7 @@ struct BeidouExtraPhase {
     double cycles;
 };
 inline constexpr std::array<BeidouExtraPhase, bandCount> beidouExtraPhases = {{
-    //      satellites   cycles
+    //       class        cycles
     /* c */ {beidou6To58, 0.5},
     /* 1 */ {beidou6To58, 0.0},
     /* 2 */ {beidou6To18, 0.25},

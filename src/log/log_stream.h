@@ -18,11 +18,11 @@ public:
     // Reads from memory, which must outlive the stream.
     explicit LogStream(std::span<const std::uint8_t> bytes);
 
-    // The most bytes that one take() gives.
+    // The most bytes that may be asked for at once.
     static constexpr std::size_t maxTake = 8192;
 
-    // The next `count` bytes (count <= maxTake) in one piece, valid until the next call. Fewer when the log
-    // ends, and then atEnd() is true. Asking for exactly what is left does not reach the end.
+    // The next `count` bytes (count <= maxTake) in one piece, valid until the next call. Fewer if the log
+    // ends ahead of that, and then atEnd() is true. Asking for exactly what is left does not reach the end.
     std::span<const std::uint8_t> take(std::size_t count) {
         if (count > static_cast<std::size_t>(end_ - next_)) [[unlikely]] {
             refill(count);

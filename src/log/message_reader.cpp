@@ -57,21 +57,12 @@ void readForms(LogStream& stream, MessageStaging& staging, const MessageRow& row
     skip(stream, row.closingBytes);
 }
 
-// Elements are of 1, 2 or 4 bytes; a division by a variable would take longer than all the rest of a message.
-int wholeElements(int bytes, int elementBytes) {
-    switch (elementBytes) {
-        case 4: return bytes / 4;
-        case 2: return bytes / 2;
-        default: return bytes;
-    }
-}
-
 void readArray(LogStream& stream, MessageStaging& staging, const MessageRow& row, std::size_t index,
                int length) {
-    const int count = wholeElements(length - 1, row.elementBytes);
+    const int count = (length - 1) / row.elementBytes;
     readInto(stream, staging.area(index), count * row.elementBytes);
     skip(stream, row.closingBytes);
-    staging.elementCount[index] = std::min(count, wholeElements(row.areaBytes, row.elementBytes));
+    staging.elementCount[index] = std::min(count, row.areaBytes / row.elementBytes);
 }
 
 void readBody(LogStream& stream, MessageStaging& staging, std::size_t index, int length) {
@@ -82,8 +73,8 @@ void readBody(LogStream& stream, MessageStaging& staging, std::size_t index, int
         case Reading::block:
         case Reading::fixedBlock: {
             const std::size_t area = row.id == row.area ? index : findRowQuickly(row.area);
-            const int bytes = row.reading == Reading::fixedBlock ? row.adjust : length + row.adjust;
-            readInto(stream, staging.area(area), bytes);
+            const int taken = row.reading == Reading::fixedBlock ? row.assumedLength : length;
+            readInto(stream, staging.area(area), taken + row.lineEndBytes - row.closingBytes);
             skip(stream, row.closingBytes);
             break;
         }
@@ -112,10 +103,8 @@ MessageId readMessage(LogStream& stream, MessageStaging& staging) {
     if (index != noRow) {
         readBody(stream, staging, index, readLength(stream));
         keepReaderValues(staging, index);
-    } else if (id == MessageId(">>")) {
-        skip(stream, readLength(stream) + 2);
-    } else if (id.first != '>') {  // of any other id with '>' only the two characters are taken
-        skip(stream, readLength(stream) + 1);
+    } else if (id.first != '>') {  // of an id with '>' that has no row only the two characters are taken
+        skip(stream, readLength(stream) + binaryLineEnd);
     }
     return id;
 }

@@ -1,6 +1,6 @@
-// What the reader has read: one fixed area for each message, overwritten by the next message of that id
-// and never cleared, not between messages, epochs or passes. A shorter body leaves the bytes behind it as
-// they were, and a message that stops coming leaves its last values.
+// What the reader has read: a fixed area for each row of the message table, overwritten by the next message
+// of that id and never cleared, not between messages, epochs or passes. A shorter body leaves the bytes
+// behind it as they were, and a message that stops coming leaves its last values.
 #pragma once
 
 #include <array>

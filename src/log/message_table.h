@@ -1,9 +1,9 @@
-// The framing of the receiver's log (KVS format), one row a message: how its body is read and how much
-// room its staging area has.
+// The framing of the receiver's log (KVS format), one row a message: which lengths it has, how its body is
+// read, and how much room its staging area has.
 //
-// A message is two characters of id, three characters of length (hexadecimal), the body, and one line-end
-// byte after binary messages, two after text messages. The last body byte of a binary message is its
-// checksum, which nobody looks at.
+// A message is two characters of id, three characters of length (hexadecimal), the body of that many bytes,
+// and one line-end byte after binary messages, two after text messages. The last body byte of a binary
+// message is its checksum, which nobody looks at.
 #pragma once
 
 #include <algorithm>
@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+
+#include "log/navigation_bodies.h"
 
 namespace orbconv {
 
@@ -35,16 +37,20 @@ struct MessageId {
     }
 };
 
-// How a body is read.
+inline constexpr int binaryLineEnd = 1;
+inline constexpr int textLineEnd = 2;
+
+// How body and line end are read, and so which lengths a message has.
 enum class Reading : std::uint8_t {
-    // length + adjust bytes into the area, then the closing bytes.
+    // Of any length: body and line end but for their closing bytes into the area, then the closing bytes.
     block,
-    // `adjust` bytes into the area whatever the length says, then the closing bytes.
+    // Of any length too, but read as a block of `assumedLength`.
     fixedBlock,
-    // truncate((length - 1) / elementBytes) elements into the area, then the closing bytes. What does not
-    // make up an element stays unread, and the next id is taken from there.
+    // Elements and a checksum: the length is 1 + n * elementBytes. The n elements into the area, then the
+    // closing bytes. Of another length the bytes that make up no element stay unread, and the next id is
+    // taken from there.
     array,
-    // The pieces of the form that the length picks.
+    // Of the lengths that its forms have: the pieces of the form into the area, then the closing bytes.
     forms,
 };
 
@@ -57,42 +63,77 @@ struct FormPiece {
 struct BodyForm {
     int length;  // the length field that picks this form
     std::span<const FormPiece> pieces;
+    int bytesBeyondEnd = 0;  // that the reader takes although they are the next message's
 };
 
 struct MessageRow {
     MessageId id;
     Reading reading{};
-    int adjust = 0;
-    int elementBytes = 1;
-    int areaBytes = 0;
-    int closingBytes = 0;
-    std::span<const BodyForm> forms{};
+    int lineEndBytes = binaryLineEnd;   // they follow the body and are not in the length
+    int assumedLength = 0;              // fixedBlock only
+    int elementBytes = 1;               // array only
+    std::span<const BodyForm> forms{};  // forms only
+
+    int areaBytes = 0;                   // a longer body fills the area, and the rest of it is dropped
+    int closingBytes = 0;                // the last ones of body and line end together: read and dropped
     int closingBytesOfOtherLengths = 0;  // forms only: read for a length that no form has
     MessageId area{};                    // whose area is filled: its own, but for one message
 };
 
+// What is staged behind its place in the body. In GE the pair of length 160 and what follows it make room for
+// the quartet of length 168, so that each outlives messages of the other form; af0Delta has the place behind
+// the pair in both. In CN the rates of lengths 152 and 160 make room for the ages of length 134.
+inline constexpr std::size_t ge160Shift = bodies::ge168::af0Delta.offset - bodies::ge::bytes;
+inline constexpr std::size_t cnRatesShift = bodies::cn134::bytes - bodies::cn::bytes;
+
+template <class T>
+constexpr BodyField<T> staged(BodyField<T> field, std::size_t shift) {
+    return {field.offset + shift};
+}
+
+static_assert(tileBody(bodies::ge::bytes, 175, bodies::ge168::iscL1ca, bodies::ge168::iscL2c,
+                       bodies::ge168::iscL5i5, bodies::ge168::iscL5q5,
+                       staged(bodies::ge160::iscL1cp, ge160Shift), staged(bodies::ge160::iscL1cd, ge160Shift),
+                       staged(bodies::ge160::af0Delta, ge160Shift)));
+static_assert(
+    tileBody(bodies::cn::bytes, 161, bodies::cn134::aodc, bodies::cn134::aode,
+             staged(bodies::cn152::adot, cnRatesShift), staged(bodies::cn152::deltaNDot, cnRatesShift),
+             staged(bodies::cn152::sisai, cnRatesShift), staged(bodies::cn152::cnavWord1, cnRatesShift),
+             staged(bodies::cn160::cnavWord2, cnRatesShift), staged(bodies::cn160::cnavWord3, cnRatesShift)));
+
 namespace rows {
 
-// Row makers, named after what the format calls the reading.
-consteval MessageRow whole(MessageId id, int areaBytes) {
-    return {.id = id, .reading = Reading::block, .adjust = 1, .areaBytes = areaBytes, .area = id};
-}
-consteval MessageRow wholeText(MessageId id, int areaBytes) {
-    return {.id = id, .reading = Reading::block, .adjust = 2, .areaBytes = areaBytes, .area = id};
-}
-consteval MessageRow block(MessageId id, int adjust, int areaBytes, int closingBytes) {
+// Row makers. Whole: the line end goes into the area with the body.
+consteval MessageRow block(MessageId id, int areaBytes, int closingBytes) {
     return {.id = id,
             .reading = Reading::block,
-            .adjust = adjust,
             .areaBytes = areaBytes,
             .closingBytes = closingBytes,
             .area = id};
 }
-consteval MessageRow fixedBlock(MessageId id, int bytes, int closingBytes) {
+consteval MessageRow textBlock(MessageId id, int areaBytes, int closingBytes) {
+    return {.id = id,
+            .reading = Reading::block,
+            .lineEndBytes = textLineEnd,
+            .areaBytes = areaBytes,
+            .closingBytes = closingBytes,
+            .area = id};
+}
+consteval MessageRow whole(MessageId id, int areaBytes) {
+    return {.id = id, .reading = Reading::block, .areaBytes = areaBytes, .area = id};
+}
+consteval MessageRow wholeText(MessageId id, int areaBytes) {
+    return {
+        .id = id, .reading = Reading::block, .lineEndBytes = textLineEnd, .areaBytes = areaBytes, .area = id};
+}
+consteval MessageRow wholeInto(MessageId id, MessageId area) {
+    return {.id = id, .reading = Reading::block, .area = area};
+}
+consteval MessageRow fixedBlock(MessageId id, int assumedLength, int closingBytes) {
     return {.id = id,
             .reading = Reading::fixedBlock,
-            .adjust = bytes,
-            .areaBytes = bytes,
+            .assumedLength = assumedLength,
+            .areaBytes = assumedLength + binaryLineEnd - closingBytes,
             .closingBytes = closingBytes,
             .area = id};
 }
@@ -108,56 +149,48 @@ consteval MessageRow withForms(MessageId id, std::span<const BodyForm> forms, in
                                int closingBytesOfOtherLengths) {
     return {.id = id,
             .reading = Reading::forms,
+            .forms = forms,
             .areaBytes = areaBytes,
             .closingBytes = 2,
-            .forms = forms,
             .closingBytesOfOtherLengths = closingBytesOfOtherLengths,
             .area = id};
 }
-consteval MessageRow wholeInto(MessageId id, MessageId area) {
-    return {.id = id, .reading = Reading::block, .adjust = 1, .area = area};
-}
 
-// GE: the block of orbit and clock, then the modernised fields. The staged pair (offset 163) and quartet
-// (147) of inter-signal corrections have places of their own, so each outlives messages of the other form.
-inline constexpr std::array<FormPiece, 1> ge123 = {{{0, 122}}};
-inline constexpr std::array<FormPiece, 11> ge160 = {{{0, 122},
-                                                     {122, 1},
-                                                     {123, 4},
-                                                     {127, 4},
-                                                     {131, 8},
-                                                     {139, 4},
-                                                     {143, 1},
-                                                     {144, 1},
-                                                     {145, 2},
-                                                     {163, 8},
-                                                     {171, 4}}};
-inline constexpr std::array<FormPiece, 11> ge168 = {{{0, 122},
-                                                     {122, 1},
-                                                     {123, 4},
-                                                     {127, 4},
-                                                     {131, 8},
-                                                     {139, 4},
-                                                     {143, 1},
-                                                     {144, 1},
-                                                     {145, 2},
-                                                     {147, 16},
-                                                     {171, 4}}};
-inline constexpr std::array<BodyForm, 3> geForms = {{{123, ge123}, {160, ge160}, {168, ge168}}};
+using bodies::lengthOf;
+
+inline constexpr std::array<FormPiece, 1> ge123 = {{{0, bodies::kepler::bytes}}};
+inline constexpr std::array<FormPiece, 2> ge160 = {
+    {{0, bodies::ge::bytes}, {bodies::ge::bytes + ge160Shift, bodies::ge160::bytes - bodies::ge::bytes}}};
+inline constexpr std::array<FormPiece, 2> ge168 = {{{0, bodies::ge168::af0Delta.offset},
+                                                    {staged(bodies::ge160::af0Delta, ge160Shift).offset,
+                                                     bodies::ge168::bytes - bodies::ge168::af0Delta.offset}}};
+inline constexpr std::array<BodyForm, 3> geForms = {{
+    {lengthOf(bodies::kepler::bytes), ge123},
+    {lengthOf(bodies::ge160::bytes), ge160},
+    {lengthOf(bodies::ge168::bytes), ge168},
+}};
 
 // Deliberate: NE of length 103 reads one byte more than every other message of its length takes, so the
 // stream stands one byte past the message's end from then on.
-inline constexpr std::array<FormPiece, 1> ne88 = {{{0, 87}}};
-inline constexpr std::array<FormPiece, 2> ne103 = {{{0, 87}, {87, 16}}};
-inline constexpr std::array<BodyForm, 2> neForms = {{{88, ne88}, {103, ne103}}};
+inline constexpr std::array<FormPiece, 1> ne88 = {{{0, bodies::ne::bytes}}};
+inline constexpr std::array<FormPiece, 1> ne103 = {{{0, bodies::ne103::bytes + 1}}};
+inline constexpr std::array<BodyForm, 2> neForms = {{
+    {lengthOf(bodies::ne::bytes), ne88},
+    {lengthOf(bodies::ne103::bytes), ne103, 1},
+}};
 
 // Deliberate: of a length that has no form, NE reads nothing of the body, and GE and CN only the two closing
 // bytes; the rest is taken for further messages.
-inline constexpr std::array<FormPiece, 5> cn134 = {{{0, 122}, {122, 4}, {126, 1}, {127, 4}, {131, 2}}};
-inline constexpr std::array<FormPiece, 8> cn152 = {
-    {{0, 122}, {122, 4}, {126, 1}, {127, 4}, {133, 8}, {141, 4}, {145, 4}, {149, 4}}};
-inline constexpr std::array<FormPiece, 5> cn160 = {{{0, 122}, {122, 4}, {126, 1}, {127, 4}, {133, 28}}};
-inline constexpr std::array<BodyForm, 3> cnForms = {{{134, cn134}, {152, cn152}, {160, cn160}}};
+inline constexpr std::array<FormPiece, 1> cn134 = {{{0, bodies::cn134::bytes}}};
+inline constexpr std::array<FormPiece, 2> cn152 = {
+    {{0, bodies::cn::bytes}, {bodies::cn::bytes + cnRatesShift, bodies::cn152::bytes - bodies::cn::bytes}}};
+inline constexpr std::array<FormPiece, 2> cn160 = {
+    {{0, bodies::cn::bytes}, {bodies::cn::bytes + cnRatesShift, bodies::cn160::bytes - bodies::cn::bytes}}};
+inline constexpr std::array<BodyForm, 3> cnForms = {{
+    {lengthOf(bodies::cn134::bytes), cn134},
+    {lengthOf(bodies::cn152::bytes), cn152},
+    {lengthOf(bodies::cn160::bytes), cn160},
+}};
 
 }  // namespace rows
 
@@ -171,8 +204,8 @@ inline constexpr auto messageTable = std::to_array<MessageRow>({
     rows::whole("TO", 24),
     rows::whole("AI", 108),
     rows::wholeText("KV", 96),
-    rows::block("PM", -4, 100, 6),
-    rows::block("==", -1, 105, 2),
+    rows::textBlock("PM", 100, 6),
+    rows::block("==", 105, 2),
     rows::wholeText("TD", 304),  // only its id counts
     rows::wholeText("MF", 24),   // nobody reads it
 
@@ -209,12 +242,13 @@ inline constexpr auto messageTable = std::to_array<MessageRow>({
     rows::array("SI", 1), rows::array("EL", 1),
     rows::array("cr", 2), rows::array("cc", 2), rows::array("c5", 2), rows::array("cl", 2), rows::array("TC", 2),
     rows::array("c1", 2), rows::array("c2", 2), rows::array("c3", 2),
-    rows::block("SS", -2, 180, 3),
-    rows::fixedBlock("SE", 5, 2),  // Deliberate: whatever its length says
+    rows::block("SS", 180, 3),
+    rows::fixedBlock("SE", 6, 2),  // Deliberate: whatever its length says
     rows::whole("ST", 8), rows::whole("DP", 24), rows::whole("DO", 24),
     rows::whole("NA", 304), rows::whole("WE", 304), rows::whole("WA", 304), rows::whole("WU", 304),
     rows::whole("EA", 304), rows::whole("QE", 304), rows::whole("QA", 304), rows::whole("QU", 32),
     rows::whole("QI", 48), rows::whole("CA", 304), rows::whole("IA", 300),
+    rows::wholeText(">>", 0),
 });
 // clang-format on
 
@@ -250,13 +284,6 @@ static_assert(std::ranges::all_of(messageTable,
 
 static_assert(std::ranges::all_of(messageTable,
                                   [](const MessageRow& row) {
-                                      return row.elementBytes == 1 || row.elementBytes == 2 ||
-                                             row.elementBytes == 4;
-                                  }),
-              "the reader knows elements of these sizes");
-
-static_assert(std::ranges::all_of(messageTable,
-                                  [](const MessageRow& row) {
                                       return std::ranges::all_of(row.forms, [&](const BodyForm& form) {
                                           return std::ranges::all_of(
                                               form.pieces, [&](const FormPiece& piece) {
@@ -265,5 +292,18 @@ static_assert(std::ranges::all_of(messageTable,
                                       });
                                   }),
               "the pieces of every form keep within their area");
+
+static_assert(std::ranges::all_of(messageTable,
+                                  [](const MessageRow& row) {
+                                      return std::ranges::all_of(row.forms, [&](const BodyForm& form) {
+                                          int bytes = row.closingBytes;
+                                          for (const FormPiece& piece : form.pieces) {
+                                              bytes += piece.bytes;
+                                          }
+                                          return bytes ==
+                                                 form.length + row.lineEndBytes + form.bytesBeyondEnd;
+                                      });
+                                  }),
+              "every form takes its length and the line end, and what is said of it beyond");
 
 }  // namespace orbconv

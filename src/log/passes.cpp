@@ -1,12 +1,13 @@
 #include "log/passes.h"
 
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "assembly/epoch_assembly.h"
 #include "assembly/record_order.h"
 #include "log/message_reader.h"
-#include "navdecode/ephemeris_decoders.h"
-#include "navdecode/iono_and_time_decoders.h"
+#include "navdecode/decoder_table.h"
 #include "obsfile/epoch_writer.h"
 #include "obsfile/observation_header.h"
 
@@ -18,70 +19,57 @@ consteval std::uint16_t key(MessageId id) {
     return id.key();
 }
 
-EpochAssembly assemblyOf(RunState& state) {
-    return {.options = state.options,
-            .surveying = state.surveying,
-            .staging = state.staging,
-            .store = state.store,
-            .survey = state.survey,
-            .console = *state.console};
+void handleNn(const MessageStaging& staging, GlonassSlotTable& glonassSlotTable, EpochStore& store) {
+    noteGlonassSlots(staging, glonassSlotTable);
+    assignGlonassSlots(staging, store);
 }
 
-void handleNn(RunState& state) {
-    noteGlonassSlots(state.staging, state.glonassSlots);
-    assignGlonassSlots(state.staging, state.store);
-}
-
-void dispatchInSurvey(MessageId id, RunState& state) {
-    const MessageStaging& staging = state.staging;
-    ReceiverClocks& clocks = state.clocks;
-    NavigationTables& navigation = state.navigation;
+void dispatchInSurvey(MessageId id, const SurveyTables& tables) {
+    const MessageStaging& staging = tables.staging;
+    ReceiverClocks& clocks = tables.clocks;
     switch (id.key()) {
         case key("RD"):
         case key("~~"):
-            clocks.lastObs = clockFromRd(staging);
+            setClockFromRd(clocks.lastObs, staging);
             setEpochClockFromRd(clocks, staging);
             break;
-        case key("NN"): handleNn(state); break;
+        case key("NN"): handleNn(staging, tables.glonassSlotTable, tables.store); break;
         case key("TD"): {
-            EpochAssembly assembly = assemblyOf(state);
+            EpochAssembly assembly{.options = tables.options,
+                                   .surveying = true,
+                                   .staging = staging,
+                                   .store = tables.store,
+                                   .survey = tables.survey,
+                                   .console = tables.console};
             assembleFlags(assembly);
             break;
         }
-        case key("IU"): decodeNavicTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("GE"): decodeGpsEphemeris(staging, clocks, navigation); break;
-        case key("IE"): decodeNavicEphemeris(staging, clocks, navigation); break;
-        case key("NU"): decodeGlonassTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("UO"): decodeGpsTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("IO"): decodeGpsIono(staging, clocks.epoch, navigation); break;
-        case key("II"): decodeNavicIono(staging, clocks.epoch, navigation); break;
-        case key("CI"): decodeBeidouIono(staging, clocks.epoch, navigation); break;
-        case key("NE"): decodeGlonassEphemeris(staging, clocks, navigation); break;
-        case key("EN"): decodeGalileoEphemeris(staging, clocks, navigation); break;
-        case key("EU"): decodeGalileoTimeOffset(staging, clocks.epoch, navigation); break;
-        case key("CN"): decodeBeidouEphemeris(staging, clocks, navigation); break;
-        case key("CU"): decodeBeidouTimeOffset(staging, clocks.epoch, navigation); break;
-        default: break;
+        default: decodeNavigation(id, staging, clocks, tables.navigation); break;
     }
 }
 
 // AI needs no handler: nothing reads what it brings.
-void dispatchInWriting(MessageId id, RunState& state) {
-    const MessageStaging& staging = state.staging;
+void dispatchInWriting(MessageId id, const WritingTables& tables) {
+    const MessageStaging& staging = tables.staging;
     switch (id.key()) {
         case key("KV"):
-            handleKv(staging, state.receiver);
-            clearEpochRecords(state.store);  // Deliberate: the marker's message empties the records
+            handleKv(staging, tables.receiver);
+            clearEpochRecords(tables.store);  // Deliberate: the marker's message empties the records
             break;
-        case key("PM"): handlePm(staging, state.receiver); break;
-        case key("=="): handleEquals(staging, state.receiver); break;
-        case key("SX"): handleSx(SatelliteList(staging), state.options, state.presence); break;
-        case key("TO"): handleTo(staging, state.receiver); break;
-        case key("RD"): setEpochClockFromRd(state.clocks, staging); break;
-        case key("PV"): handlePv(staging, state.receiver); break;
+        case key("PM"): handlePm(staging, tables.receiver); break;
+        case key("=="): handleEquals(staging, tables.receiver); break;
+        case key("SX"): handleSx(SatelliteList(staging), tables.options, tables.presence); break;
+        case key("TO"): handleTo(staging, tables.receiver); break;
+        case key("RD"): setEpochClockFromRd(tables.clocks, staging); break;
+        case key("PV"): handlePv(staging, tables.receiver); break;
         case key("TD"): {
-            handleNn(state);
-            EpochAssembly assembly = assemblyOf(state);
+            handleNn(staging, tables.glonassSlotTable, tables.store);
+            EpochAssembly assembly{.options = tables.options,
+                                   .surveying = false,
+                                   .staging = staging,
+                                   .store = tables.store,
+                                   .survey = tables.survey,
+                                   .console = tables.console};
             assembleEpoch(assembly);
             break;
         }
@@ -97,7 +85,7 @@ void countSatellites(const RunOptions& options, SignalSurvey& survey) {
     survey.satelliteTotal = 0;
     for (const Constellation constellation : counted) {
         const std::size_t c = indexOf(constellation);
-        survey.allSatelliteList[c] = survey.signalSatellites[c][0];
+        survey.allSatelliteList[c] = survey.signalSatelliteList[c][0];
         if (included[c]) {
             const auto all = std::span(survey.allSatelliteList[c]).first(satelliteListEntries[c]);
             survey.satelliteTotal += static_cast<std::int32_t>(
@@ -110,11 +98,13 @@ void countSatellites(const RunOptions& options, SignalSurvey& survey) {
 struct EpochSchedule {
     float interval = 0;  // seconds, copied from the survey when the header is due
     bool headerPending = false;
+    bool headerDone = false;  // the header's last line has been written
     std::uint32_t headerTime = 0;
     std::uint32_t previousTime = 0;
     static constexpr std::int32_t epochFlag = 0;  // nothing ever sets another
 
-    // The header is due at the first ~~ that follows a time of day that is not zero.
+    // The header is due at the first ~~ that follows a time of day that is not zero; if that ~~ brings a
+    // zero, at which no header is written, again at the next such one.
     void note(MessageId id, std::uint32_t timeOfDayMs, float surveyInterval) {
         if (id == MessageId("~~") && !headerPending && previousTime != 0 && headerTime == 0) {
             interval = surveyInterval;
@@ -125,76 +115,76 @@ struct EpochSchedule {
     }
 };
 
-void writeHeader(TextWriter& out, float interval, RunState& state) {
-    writeObservationHeader(out, interval, state.staging.lastEpochMs,
-                           {.options = state.options,
-                            .stamp = state.stamp,
-                            .receiver = state.receiver,
-                            .clocks = state.clocks,
-                            .presence = state.presence,
-                            .lastLeapSeconds = state.navigation.lastLeapSeconds,
-                            .survey = state.survey,
-                            .slots = state.glonassSlots},
-                           state.headerDone);
+void writeHeader(TextWriter& out, EpochSchedule& schedule, const WritingTables& tables) {
+    writeObservationHeader(out, schedule.interval, tables.staging.lastEpochMs,
+                           {.options = tables.options,
+                            .runStamp = tables.runStamp,
+                            .receiver = tables.receiver,
+                            .clocks = tables.clocks,
+                            .presence = tables.presence,
+                            .lastLeapSeconds = tables.lastLeapSeconds,
+                            .survey = tables.survey,
+                            .glonassSlotTable = tables.glonassSlotTable},
+                           schedule.headerDone);
 }
 
 // Writes what is due behind a message. The first epoch goes out with the header, out of the records that
 // its TD left; from then on each TD gives one.
-void writeWhatIsDue(TextWriter& out, MessageId id, EpochSchedule& schedule, RunState& state) {
-    if (state.options.includeGlonassCdma) {
-        mergeGlonassCdma(state.store, state.survey);
+void writeWhatIsDue(TextWriter& out, MessageId id, EpochSchedule& schedule, const WritingTables& tables) {
+    if (tables.options.includeGlonassCdma) {
+        mergeGlonassCdma(tables.store, tables.survey);
     }
     bool justWritten = false;
     if (schedule.headerPending) {
-        writeHeader(out, schedule.interval, state);
+        writeHeader(out, schedule, tables);
         schedule.headerPending = false;
         justWritten = true;
     }
-    if (justWritten || (state.headerDone && id == MessageId("TD"))) {
+    if (justWritten || (schedule.headerDone && id == MessageId("TD"))) {
         writeEpoch(out, EpochSchedule::epochFlag,
-                   {.options = state.options,
-                    .clock = state.clocks.epoch,
-                    .satellitesInEpoch = state.staging.satellitesInEpoch,
-                    .receiverClockOffset = state.receiver.receiverClockOffset,
-                    .store = state.store,
-                    .survey = state.survey});
-        advanceEpochClock(state.clocks.epoch, schedule.interval);
-        clearEpochRecords(state.store);
+                   {.options = tables.options,
+                    .clock = tables.clocks.epoch,
+                    .satellitesInEpoch = tables.staging.satellitesInEpoch,
+                    .receiverClockOffset = tables.receiver.receiverClockOffset,
+                    .store = tables.store,
+                    .survey = tables.survey});
+        advanceEpochClock(tables.clocks.epoch, schedule.interval);
+        clearEpochRecords(tables.store);
     }
 }
 
 }  // namespace
 
-void surveyPass(LogStream& log, RunState& state) {
-    state.staging.timeOfDayMs = 0;
+void surveyPass(LogStream& log, const SurveyTables& tables) {
+    tables.staging.timeOfDayMs = 0;
     std::uint32_t heldTime = 0;
     while (!log.atEnd()) {
-        const MessageId id = readMessage(log, state.staging);
-        dispatchInSurvey(id, state);
-        const std::uint32_t time = state.staging.timeOfDayMs;
+        const MessageId id = readMessage(log, tables.staging);
+        dispatchInSurvey(id, tables);
+        const std::uint32_t time = tables.staging.timeOfDayMs;
         if (id == MessageId("~~") && heldTime != 0) {
-            state.clocks.surveyInterval = intervalBetween(heldTime, time);
+            tables.clocks.surveyInterval = intervalBetween(heldTime, time);
         }
         heldTime = time;
         if (id == MessageId("TD")) {
-            clearEpochRecords(state.store);
+            clearEpochRecords(tables.store);
         }
     }
-    countSatellites(state.options, state.survey);
+    countSatellites(tables.options, tables.survey);
 }
 
-void writingPass(TextWriter& out, LogStream& log, RunState& state) {
-    state.staging.timeOfDayMs = 0;
+void writingPass(TextWriter& out, LogStream& log, const WritingTables& tables) {
+    tables.staging.timeOfDayMs = 0;
     EpochSchedule schedule;
     while (!log.atEnd()) {
-        const MessageId id = readMessage(log, state.staging);
-        dispatchInWriting(id, state);
-        schedule.note(id, state.staging.timeOfDayMs, state.clocks.surveyInterval);
+        const MessageId id = readMessage(log, tables.staging);
+        dispatchInWriting(id, tables);
+        schedule.note(id, tables.staging.timeOfDayMs, tables.clocks.surveyInterval);
         if (id == MessageId("TD")) {
-            sortEpochRecords(state.options, state.staging, state.store, state.survey);
+            sortEpochRecords(tables.options, tables.staging, tables.store, tables.survey);
         }
         if (out.isOpen()) {
-            writeWhatIsDue(out, id, schedule, state);
+            writeWhatIsDue(out, id, schedule, tables);
         }
     }
 }

@@ -22,10 +22,9 @@ std::string_view timeScaleName(float timeBase) {
     return known ? timeScaleNames[static_cast<std::size_t>(timeBase)] : std::string_view{};
 }
 
-ClockReading clockFromRd(const MessageStaging& staging) {
+void setClockFromRd(ClockReading& clock, const MessageStaging& staging) {
     const std::uint8_t* const rd = staging.body(rowOf("RD"));
     const std::uint32_t timeOfDayMs = staging.timeOfDayMs;
-    ClockReading clock;
     clock.year = rdBody::year.load(rd);
     clock.month = rdBody::month.load(rd);
     clock.day = rdBody::day.load(rd);
@@ -33,11 +32,10 @@ ClockReading clockFromRd(const MessageStaging& staging) {
     clock.hour = static_cast<float>(timeOfDayMs / 3600000);
     clock.minute = static_cast<float>(timeOfDayMs / 60000) - clock.hour * 60.0F;
     clock.second = static_cast<float>(timeOfDayMs / 1000) - clock.hour * 3600.0F - clock.minute * 60.0F;
-    return clock;
 }
 
 void setEpochClockFromRd(ReceiverClocks& clocks, const MessageStaging& staging) {
-    clocks.epoch = clockFromRd(staging);
+    setClockFromRd(clocks.epoch, staging);
     clocks.dateStillMissing = false;
 }
 

@@ -26,7 +26,8 @@ using LastObsClock = ClockReading;  // of "TIME OF LAST OBS"
 struct ReceiverClocks {
     EpochClock epoch;
     LastObsClock lastObs;
-    float surveyInterval = 0;  // seconds between the log's last two ~~; negative across midnight
+    // Seconds between the log's last two ~~ of which the first is not at 0:00; negative across midnight.
+    float surveyInterval = 0;
     // Set by a navigation decoder that stored an entry without a date, cleared with every setting of the
     // epoch clock.
     bool dateStillMissing = true;
@@ -39,11 +40,11 @@ inline constexpr std::array<std::string_view, 4> timeScaleNames = {"GPS", "UTC_U
 // The name for a clock's `timeBase`; empty for an index that the table does not have.
 std::string_view timeScaleName(float timeBase);
 
-// The clock at the latest staged date and time of day. It stands on a whole second: milliseconds are
+// Sets a clock to the latest staged date and time of day. It then stands on a whole second: milliseconds are
 // dropped.
-ClockReading clockFromRd(const MessageStaging& staging);
+void setClockFromRd(ClockReading& clock, const MessageStaging& staging);
 
-// Sets the epoch clock from the staged date and time.
+// The same for the epoch clock; clears dateStillMissing.
 void setEpochClockFromRd(ReceiverClocks& clocks, const MessageStaging& staging);
 
 // The step between the two times of day, in seconds: two products in double precision, their difference in

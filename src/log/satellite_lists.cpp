@@ -60,15 +60,9 @@ void handleSx(const SatelliteList& list, const RunOptions& options, SystemPresen
 }
 
 void noteGlonassSlots(const MessageStaging& staging, GlonassSlotTable& table) {
-    const SatelliteList list(staging);
-    const std::uint8_t* const slots = staging.body(rowOf("NN"));
-    std::size_t next = 0;  // into the NN bytes: moves at GLONASS elements only
-    for (int i = 0; i < list.count() && next < nnCapacity; ++i) {
-        const auto element = static_cast<std::size_t>(i);
-        if (list.systemCode(element) == glonassSystemCode) {
-            enterSlot(table, list.frequencyChannel(element), slots[next++]);
-        }
-    }
+    forEachGlonassSlot(staging, [&table](std::size_t /*position*/, std::int8_t channel, std::uint8_t slot) {
+        enterSlot(table, channel, slot);
+    });
 }
 
 }  // namespace orbconv

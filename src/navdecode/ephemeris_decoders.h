@@ -1,6 +1,7 @@
 // The decoders of the five ephemeris messages. Each takes the staged body of a message that has just been
-// read and appends one entry to its table, unless the entry's key was seen. None verifies anything, and a
-// full table takes nothing more.
+// read into the slot behind its table's last entry; the entry counts unless its key was seen. GLONASS has a
+// rule of its own for keys that were seen, which clears other slots than the new one. None verifies anything,
+// and a full table takes nothing more.
 #pragma once
 
 #include "log/message_staging.h"
@@ -10,8 +11,7 @@
 namespace orbconv {
 
 void decodeGpsEphemeris(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables);
-void decodeGlonassEphemeris(const MessageStaging& staging, const ReceiverClocks& clocks,
-                            NavigationTables& tables);
+void decodeGlonassEphemeris(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables);
 void decodeGalileoEphemeris(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables);
 void decodeBeidouEphemeris(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables);
 void decodeNavicEphemeris(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables);

@@ -1,43 +1,41 @@
 // NE.
+#include "log/navigation_bodies.h"
 #include "navdecode/ephemeris_decoders.h"
-#include "navdecode/kepler_block.h"
+#include "navdecode/ephemeris_entry.h"
+#include "navdecode/field_rows.h"
 
 namespace orbconv {
 
 namespace {
 
-// The body up to the last field that a file shows. flagsByte and tauSys go to no file and are named for
-// the tiling alone.
-namespace neBody {
-constexpr BodyField<std::uint8_t> sv{0};
-constexpr BodyField<std::int8_t> frequency{1};
-constexpr BodyField<std::uint16_t> dayNumber{2};
-constexpr BodyField<std::int32_t> tk{4};
-constexpr BodyField<std::int32_t> tb{8};
-constexpr BodyField<std::uint8_t> healthByte{12};
-constexpr BodyField<std::uint8_t> age{13};
-constexpr BodyField<std::uint8_t> flagsByte{14};
-constexpr BodyField<double> x{15};
-constexpr BodyField<double> y{23};
-constexpr BodyField<double> z{31};
-constexpr BodyField<float> vx{39};
-constexpr BodyField<float> vy{43};
-constexpr BodyField<float> vz{47};
-constexpr BodyField<float> ax{51};
-constexpr BodyField<float> ay{55};
-constexpr BodyField<float> az{59};
-constexpr BodyField<double> tauSys{63};
-constexpr BodyField<float> tauN{71};
-constexpr BodyField<float> gamma{75};
-static_assert(tileBody(0, 79, sv, frequency, dayNumber, tk, tb, healthByte, age, flagsByte, x, y, z, vx, vy,
-                       vz, ax, ay, az, tauSys, tauN, gamma));
-}  // namespace neBody
+// clang-format off
+constexpr std::tuple glonassRows{
+    FieldRow{bodies::ne::sv,         &GlonassEphemeris::sv},
+    FieldRow{bodies::ne::frequency,  &GlonassEphemeris::frequency},
+    FieldRow{bodies::ne::dayNumber,  &GlonassEphemeris::dayNumber},
+    FieldRow{bodies::ne::tk,         &GlonassEphemeris::tk},
+    FieldRow{bodies::ne::tb,         &GlonassEphemeris::tb},
+    FieldRow{bodies::ne::healthByte, &GlonassEphemeris::healthByte},
+    FieldRow{bodies::ne::age,        &GlonassEphemeris::age},
+    FieldRow{bodies::ne::x,          &GlonassEphemeris::x},
+    FieldRow{bodies::ne::y,          &GlonassEphemeris::y},
+    FieldRow{bodies::ne::z,          &GlonassEphemeris::z},
+    FieldRow{bodies::ne::vx,         &GlonassEphemeris::vx},
+    FieldRow{bodies::ne::vy,         &GlonassEphemeris::vy},
+    FieldRow{bodies::ne::vz,         &GlonassEphemeris::vz},
+    FieldRow{bodies::ne::ax,         &GlonassEphemeris::ax},
+    FieldRow{bodies::ne::ay,         &GlonassEphemeris::ay},
+    FieldRow{bodies::ne::az,         &GlonassEphemeris::az},
+    FieldRow{bodies::ne::tauN,       &GlonassEphemeris::tauN},
+    FieldRow{bodies::ne::gamma,      &GlonassEphemeris::gamma},
+};
+// clang-format on
 
 constexpr float moscowHours = 3.0F;
 
 // Deliberate: the three hours are taken from the hour alone. The date stays, and early times give an hour
 // that is negative or 0.
-void setGlonassTimeOfDay(RecordEpoch& epoch, std::int32_t tb) {
+void setGlonassTimeOfDay(ClockReading& epoch, std::int32_t tb) {
     setTimeOfDay(epoch, tb);
     const auto secondOfDay = static_cast<float>(tb % 86400);
     epoch.hour = static_cast<float>(static_cast<std::int32_t>(secondOfDay / 3600.0F - moscowHours));
@@ -71,34 +69,14 @@ void appendGlonass(EphemerisTable<GlonassEphemeris>& table, std::int32_t navicCo
 
 }  // namespace
 
-void decodeGlonassEphemeris(const MessageStaging& staging, const ReceiverClocks& clocks,
-                            NavigationTables& tables) {
+void decodeGlonassEphemeris(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
     GlonassEphemeris* const entry = tables.glonass.nextSlot();
     if (entry == nullptr) {
         return;
     }
-    const std::uint8_t* const body = staging.body(rowOf("NE"));
-    entry->sv = neBody::sv.load(body);
-    entry->frequency = neBody::frequency.load(body);
-    entry->dayNumber = neBody::dayNumber.load(body);
-    entry->tk = neBody::tk.load(body);
-    entry->tb = neBody::tb.load(body);
-    entry->healthByte = neBody::healthByte.load(body);
-    entry->age = neBody::age.load(body);
-    entry->x = neBody::x.load(body);
-    entry->y = neBody::y.load(body);
-    entry->z = neBody::z.load(body);
-    entry->vx = neBody::vx.load(body);
-    entry->vy = neBody::vy.load(body);
-    entry->vz = neBody::vz.load(body);
-    entry->ax = neBody::ax.load(body);
-    entry->ay = neBody::ay.load(body);
-    entry->az = neBody::az.load(body);
-    entry->tauN = neBody::tauN.load(body);
-    entry->gamma = neBody::gamma.load(body);
+    loadFields(staging.body(rowOf("NE")), glonassRows, *entry);
     setRecordDate(entry->epoch, clocks.epoch);
     setGlonassTimeOfDay(entry->epoch, entry->tb);
-    entry->epoch.timeBase = clocks.epoch.timeBase;
     appendGlonass(tables.glonass, tables.navic.count);
 }
 

@@ -1,83 +1,61 @@
 // GE and IE.
+#include "log/navigation_bodies.h"
 #include "navdecode/ephemeris_decoders.h"
-#include "navdecode/kepler_block.h"
+#include "navdecode/ephemeris_entry.h"
+#include "navdecode/field_rows.h"
 
 namespace orbconv {
 
 namespace {
 
-constexpr std::int32_t weekOffset = 2048;  // GPS and NavIC
+// clang-format off
+constexpr std::tuple modernRows{
+    FieldRow{bodies::ge::navFlags,            &GpsEphemeris::navFlags},
+    FieldRow{bodies::ge::cnavToe,             &GpsEphemeris::cnavToe},
+    FieldRow{bodies::ge::cnavTop,             &GpsEphemeris::cnavTop},
+    FieldRow{bodies::ge::adot,                &GpsEphemeris::adot},
+    FieldRow{bodies::ge::deltaNDot,           &GpsEphemeris::deltaNDot},
+    FieldRow{bodies::ge::uraiEd,              &GpsEphemeris::uraiEd},
+    FieldRow{bodies::ge::uraiNed0,            &GpsEphemeris::uraiNed0},
+    FieldRow{bodies::ge::uraiNed1,            &GpsEphemeris::uraiNed1},
+    FieldRow{bodies::ge::uraiNed2,            &GpsEphemeris::uraiNed2},
+    FieldRow{staged(bodies::ge160::af0Delta, ge160Shift), &GpsEphemeris::af0Delta},  // of both long forms
+};
+constexpr std::tuple pairRows{
+    FieldRow{staged(bodies::ge160::iscL1cp, ge160Shift), &GpsEphemeris::iscL1cp},
+    FieldRow{staged(bodies::ge160::iscL1cd, ge160Shift), &GpsEphemeris::iscL1cd},
+};
+constexpr std::tuple quartetRows{
+    FieldRow{bodies::ge168::iscL1ca, &GpsEphemeris::iscL1ca},
+    FieldRow{bodies::ge168::iscL2c,  &GpsEphemeris::iscL2c},
+    FieldRow{bodies::ge168::iscL5i5, &GpsEphemeris::iscL5i5},
+    FieldRow{bodies::ge168::iscL5q5, &GpsEphemeris::iscL5q5},
+};
+// clang-format on
 
-// The fields behind the block as the reader stages them: the pair of a body of length 160 and the quartet
-// of one of length 168 have places of their own.
-namespace geArea {
-constexpr BodyField<std::uint8_t> navFlags{122};
-constexpr BodyField<std::uint32_t> cnavToe{123};
-constexpr BodyField<std::uint32_t> cnavTop{127};
-constexpr BodyField<double> adot{131};
-constexpr BodyField<float> deltaNDot{139};
-constexpr BodyField<std::uint8_t> uraiEd{143};
-constexpr BodyField<std::uint8_t> uraiNed0{144};
-constexpr BodyField<std::uint8_t> uraiNed1{145};
-constexpr BodyField<std::uint8_t> uraiNed2{146};
-constexpr BodyField<float> quartet0{147};
-constexpr BodyField<float> quartet1{151};
-constexpr BodyField<float> quartet2{155};
-constexpr BodyField<float> quartet3{159};
-constexpr BodyField<float> pair0{163};
-constexpr BodyField<float> pair1{167};
-constexpr BodyField<float> af0Delta{171};
-static_assert(tileBody(keplerBlock::bytes, 175, navFlags, cnavToe, cnavTop, adot, deltaNDot, uraiEd, uraiNed0,
-                       uraiNed1, uraiNed2, quartet0, quartet1, quartet2, quartet3, pair0, pair1, af0Delta));
-}  // namespace geArea
-
-constexpr std::int32_t legacyLength = 123;
-constexpr std::int32_t lengthWithPair = 160;
-constexpr std::int32_t lengthWithQuartet = 168;
+constexpr std::int32_t legacyLength = bodies::lengthOf(bodies::kepler::bytes);
+constexpr std::int32_t lengthWithPair = bodies::lengthOf(bodies::ge160::bytes);
+constexpr std::int32_t lengthWithQuartet = bodies::lengthOf(bodies::ge168::bytes);
 
 constexpr std::int16_t fitIntervalLimit = 240;  // of iodc
 constexpr float shortFitInterval = 4.0F;        // hours
 
-// The message type for the flag byte of the longer forms; without any flag the slot keeps its type.
-NavType gpsNavType(std::uint8_t navFlags, NavType held) {
-    if ((navFlags & 0x06U) != 0) {
-        return NavType::cnav;
-    }
-    if ((navFlags & 0x01U) != 0) {
-        return NavType::lnav;
-    }
-    return (navFlags & 0x08U) != 0 ? NavType::cnv2 : held;
-}
-
-void copyModernFields(const std::uint8_t* area, GpsEphemeris& entry) {
-    entry.kepler.sv = keplerBlock::sv.load(area);
-    entry.navFlags = geArea::navFlags.load(area);
-    entry.navType = gpsNavType(entry.navFlags, entry.navType);
-    entry.cnavToe = geArea::cnavToe.load(area);
-    entry.cnavTop = geArea::cnavTop.load(area);
-    entry.adot = geArea::adot.load(area);
-    entry.deltaNDot = geArea::deltaNDot.load(area);
-    entry.uraiEd = geArea::uraiEd.load(area);
-    entry.uraiNed0 = geArea::uraiNed0.load(area);
-    entry.uraiNed1 = geArea::uraiNed1.load(area);
-    entry.uraiNed2 = geArea::uraiNed2.load(area);
-    entry.af0Delta = geArea::af0Delta.load(area);
+void loadModernFields(const std::uint8_t* area, GpsEphemeris& entry) {
+    entry.kepler.sv = bodies::kepler::sv.load(area);
+    loadFields(area, modernRows, entry);
+    setNavType(entry.navType, navTypeOf(entry.navFlags, gpsNavTypes));
 }
 
 // Deliberate: a message of length 160 brings the pair and stores the quartet, one of length 168 the other
 // way round, so what an entry gets is what the last message of the other length brought. And only length
 // 160 turns two rates to radians.
-void copyCrossedFields(const std::uint8_t* area, std::int32_t length, GpsEphemeris& entry) {
+void loadCrossedFields(const std::uint8_t* area, std::int32_t length, GpsEphemeris& entry) {
     if (length == lengthWithPair) {
         entry.adot = toRadians(entry.adot);
         entry.deltaNDot = toRadians(entry.deltaNDot);
-        entry.iscL1ca = geArea::quartet0.load(area);
-        entry.iscL2c = geArea::quartet1.load(area);
-        entry.iscL5i5 = geArea::quartet2.load(area);
-        entry.iscL5q5 = geArea::quartet3.load(area);
+        loadFields(area, quartetRows, entry);
     } else {
-        entry.iscL1cp = geArea::pair0.load(area);
-        entry.iscL1cd = geArea::pair1.load(area);
+        loadFields(area, pairRows, entry);
     }
 }
 
@@ -92,22 +70,20 @@ void decodeGpsEphemeris(const MessageStaging& staging, ReceiverClocks& clocks, N
     const std::int32_t length = staging.bodyLength[rowOf("GE")];
     if (length == legacyLength) {
         entry->navType = NavType::lnav;
-        entry->kepler.sv = keplerBlock::sv.load(area);
+        entry->kepler.sv = bodies::kepler::sv.load(area);
     }
-    // Deliberate: a length that the reader knows no form for repeats the body before it into the next slot.
-    decodeKeplerBlock(area, weekOffset, entry->kepler);
-    entry->kepler.accuracy = accuracyInMetres(keplerBlock::uraIndex.load(area));
-    setRecordDate(entry->epoch, clocks.epoch);
-    backFillDate(tables.gps, tables.gps.count, clocks);
-    setTimeOfDay(entry->epoch, entry->kepler.toe);
-    entry->epoch.timeBase = clocks.epoch.timeBase;
+    // Deliberate: a length that the reader knows no form for repeats the body before it into the next slot,
+    // under the satellite that the slot held.
+    decodeKeplerBlock(area, gpsWeekOffset, entry->kepler);
+    entry->kepler.accuracy = accuracyInMetres(bodies::kepler::uraIndex.load(area));
     if (entry->kepler.iodc < fitIntervalLimit) {
         entry->fitInterval = shortFitInterval;
     }
     if (length == lengthWithPair || length == lengthWithQuartet) {
-        copyModernFields(area, *entry);
-        copyCrossedFields(area, length, *entry);
+        loadModernFields(area, *entry);
+        loadCrossedFields(area, length, *entry);
     }
+    stampNewEntry(tables.gps, clocks);
     appendUnlessSeen(tables.gps, duplicateKey(entry->kepler));
 }
 
@@ -116,18 +92,15 @@ void decodeNavicEphemeris(const MessageStaging& staging, ReceiverClocks& clocks,
     if (entry == nullptr) {
         return;
     }
-    const std::uint8_t* const area = staging.body(rowOf("IE"));
-    entry->kepler.sv = keplerBlock::sv.load(area);
-    decodeKeplerBlock(area, weekOffset, entry->kepler);
-    entry->kepler.accuracy = accuracyInMetres(keplerBlock::uraIndex.load(area));
-    setRecordDate(entry->epoch, clocks.epoch);
-    backFillDate(tables.navic, tables.navic.count, clocks);
-    setTimeOfDay(entry->epoch, entry->kepler.toe);
-    entry->epoch.timeBase = clocks.epoch.timeBase;
+    const std::uint8_t* const body = staging.body(rowOf("IE"));
+    entry->kepler.sv = bodies::kepler::sv.load(body);
+    decodeKeplerBlock(body, navicWeekOffset, entry->kepler);
+    entry->kepler.accuracy = accuracyInMetres(bodies::kepler::uraIndex.load(body));
     // Deliberate: unlike GPS, the flags are asked too.
     if ((entry->kepler.l2Flags & 0x01U) != 0 && entry->kepler.iodc < fitIntervalLimit) {
         entry->fitInterval = shortFitInterval;
     }
+    stampNewEntry(tables.navic, clocks);
     appendUnlessSeen(tables.navic, duplicateKey(entry->kepler));
 }
 

@@ -2,85 +2,55 @@
 
 #include <cmath>
 
-#include "log/little_endian.h"
+#include "log/navigation_bodies.h"
+#include "navdecode/field_rows.h"
 
 namespace orbconv {
 
 namespace {
 
-namespace ionoBody {
-constexpr BodyField<std::uint32_t> tot{0};  // CI only
-constexpr std::array<BodyField<float>, 4> alpha = {{{6}, {10}, {14}, {18}}};
-constexpr std::array<BodyField<float>, 4> beta = {{{22}, {26}, {30}, {34}}};
-static_assert(tileBody(6, 38, alpha[0], alpha[1], alpha[2], alpha[3], beta[0], beta[1], beta[2], beta[3]));
-}  // namespace ionoBody
-
-namespace offsetBody {
-constexpr BodyField<double> a0{0};
-constexpr BodyField<float> a1{8};
-constexpr BodyField<std::uint32_t> tot{12};
-constexpr BodyField<std::uint16_t> week{16};
-constexpr BodyField<std::int8_t> leapSeconds{18};
-static_assert(tileBody(0, 19, a0, a1, tot, week, leapSeconds));
-// EU only.
-constexpr BodyField<float> a0Gps{23};
-constexpr BodyField<float> a1Gps{27};
-constexpr BodyField<std::uint32_t> totGps{31};
-constexpr BodyField<std::uint16_t> weekGps{35};
-static_assert(tileBody(23, 37, a0Gps, a1Gps, totGps, weekGps));
-}  // namespace offsetBody
-
-namespace nuBody {
-constexpr BodyField<double> tauC{0};
-constexpr BodyField<float> tauGps{8};
-static_assert(tileBody(0, 12, tauC, tauGps));
-}  // namespace nuBody
-
 constexpr std::int32_t ionoWrap = 499;
 constexpr std::int32_t beidouIonoWrap = 99;
-constexpr std::int32_t navicTimeOffsetWrap = 99;
-// UO, IU and EU. Deliberate: EU too, although a Galileo ephemeris adds 1024. CU adds nothing.
-constexpr std::uint32_t timeOffsetWeek = 2048;
 
-template <class Record>
-void loadCoefficients(Record& record, const std::uint8_t* body) {
-    for (std::size_t i = 0; i < record.alpha.size(); ++i) {
-        record.alpha[i] = ionoBody::alpha[i].load(body);
-        record.beta[i] = ionoBody::beta[i].load(body);
-    }
-}
-
-// Whether the body repeats the table's latest record. Then the count still wraps when it is due.
-template <class Table>
-bool repeatsLatestIono(Table& table, const std::uint8_t* body, std::int32_t wrap) {
-    if (table.count <= 0) {
-        return false;
-    }
-    const auto& latest = table.records[static_cast<std::size_t>(table.count - 1)];
-    const bool repeats = ionoBody::alpha[0].load(body) == latest.alpha[0] &&
-                         ionoBody::alpha[1].load(body) == latest.alpha[1] &&
-                         ionoBody::beta[0].load(body) == latest.beta[0];
-    if (repeats && table.count >= wrap) {
-        table.count = 0;
-    }
-    return repeats;
-}
-
-void countUpTo(std::int32_t& count, std::int32_t wrap) {
+void countAndWrap(std::int32_t& count, std::int32_t wrap) {
     ++count;
-    if (count >= wrap) {
+    if (count == wrap) {
         count = 0;
     }
 }
 
-void decodeIono(IonoTable& table, const std::uint8_t* body, const EpochClock& clock) {
-    if (repeatsLatestIono(table, body, ionoWrap)) {
-        return;
+// ---- ionosphere ----
+
+template <class Table>
+bool repeatsLatestIono(const Table& table, const std::uint8_t* body) {
+    if (table.count <= 0) {
+        return false;
     }
-    IonoRecord& record = table.records[static_cast<std::size_t>(table.count)];
-    loadCoefficients(record, body);
-    record.stamp = clock;
-    countUpTo(table.count, ionoWrap);
+    const auto& latest = table.records[static_cast<std::size_t>(table.count - 1)];
+    return bodies::iono::alpha[0].load(body) == latest.alpha[0] &&
+           bodies::iono::alpha[1].load(body) == latest.alpha[1] &&
+           bodies::iono::beta[0].load(body) == latest.beta[0];
+}
+
+// The record behind the latest one with coefficients and stamp, not counted yet; null for a repeat.
+template <class Table>
+auto* newIonoRecord(Table& table, const std::uint8_t* body, const EpochClock& clock) {
+    auto* const record =
+        repeatsLatestIono(table, body) ? nullptr : &table.records[static_cast<std::size_t>(table.count)];
+    if (record != nullptr) {
+        for (std::size_t i = 0; i < record->alpha.size(); ++i) {
+            record->alpha[i] = bodies::iono::alpha[i].load(body);
+            record->beta[i] = bodies::iono::beta[i].load(body);
+        }
+        record->stamp = clock;
+    }
+    return record;
+}
+
+void decodeIono(const std::uint8_t* body, const EpochClock& clock, IonoTable& table) {
+    if (newIonoRecord(table, body, clock) != nullptr) {
+        countAndWrap(table.count, ionoWrap);
+    }
 }
 
 // Deliberate: after a hit the scan goes on with the record before.
@@ -101,21 +71,44 @@ std::int32_t latestBeidouSatellite(const NavigationTables& tables) {
     return count > 0 ? tables.beidou.slots[static_cast<std::size_t>(count - 1)].kepler.sv : 0;
 }
 
-void loadTimeOffset(TimeOffsetRecord& record, const std::uint8_t* body, std::uint32_t weekOffset,
-                    const EpochClock& clock) {
-    record.a0 = offsetBody::a0.load(body);
-    record.a1 = offsetBody::a1.load(body);
-    record.tot = offsetBody::tot.load(body);
-    record.week = static_cast<std::uint16_t>(offsetBody::week.load(body) + weekOffset);
-    record.stamp = clock;
-}
+// ---- time offsets ----
 
-// The UTC part of a record, which every kind of time-offset record has.
-const TimeOffsetRecord& utcPartOf(const TimeOffsetRecord& record) {
-    return record;
-}
-const TimeOffsetRecord& utcPartOf(const GalileoTimeOffsetRecord& record) {
-    return record.utc;
+// How the messages of one id are stored.
+struct TimeOffsetRule {
+    std::size_t messageRow;
+    std::int32_t weekOffset;
+    std::int32_t wrap;  // the count starts over there; 0: never
+    bool setsLeapSeconds;
+};
+// Deliberate: EU adds 2048 to its weeks, although a Galileo ephemeris adds 1024.
+// clang-format off
+constexpr TimeOffsetRule gpsRule     = {.messageRow = rowOf("UO"), .weekOffset = 2048, .wrap = 0,  .setsLeapSeconds = true};
+constexpr TimeOffsetRule beidouRule  = {.messageRow = rowOf("CU"), .weekOffset = 0,    .wrap = 0,  .setsLeapSeconds = false};
+constexpr TimeOffsetRule navicRule   = {.messageRow = rowOf("IU"), .weekOffset = 2048, .wrap = 99, .setsLeapSeconds = false};
+constexpr TimeOffsetRule galileoRule = {.messageRow = rowOf("EU"), .weekOffset = 2048, .wrap = 0,  .setsLeapSeconds = true};
+
+constexpr std::tuple timeOffsetRows{
+    FieldRow{bodies::timeOffset::a0,   &TimeOffsetRecord::a0},
+    FieldRow{bodies::timeOffset::a1,   &TimeOffsetRecord::a1},
+    FieldRow{bodies::timeOffset::tot,  &TimeOffsetRecord::tot},
+    FieldRow{bodies::timeOffset::week, &TimeOffsetRecord::week},
+};
+constexpr std::tuple galileoGpsRows{
+    FieldRow{bodies::eu::a0Gps,   &GalileoTimeOffsetRecord::a0Gps},
+    FieldRow{bodies::eu::a1Gps,   &GalileoTimeOffsetRecord::a1Gps},
+    FieldRow{bodies::eu::totGps,  &GalileoTimeOffsetRecord::totGps},
+    FieldRow{bodies::eu::weekGps, &GalileoTimeOffsetRecord::weekGps},
+};
+// clang-format on
+
+// The offset against UTC, which every kind of time-offset record has.
+template <class Record>
+auto& utcPartOf(Record& record) {
+    if constexpr (requires { record.utc; }) {
+        return record.utc;
+    } else {
+        return record;
+    }
 }
 
 template <class Table>
@@ -124,16 +117,28 @@ bool repeatsLatestOffset(const Table& table, const std::uint8_t* body) {
         return false;
     }
     const TimeOffsetRecord& latest = utcPartOf(table.records[static_cast<std::size_t>(table.count - 1)]);
-    return offsetBody::a0.load(body) == latest.a0 && offsetBody::a1.load(body) == latest.a1 &&
-           offsetBody::tot.load(body) == latest.tot;
+    return bodies::timeOffset::a0.load(body) == latest.a0 && bodies::timeOffset::a1.load(body) == latest.a1 &&
+           bodies::timeOffset::tot.load(body) == latest.tot;
 }
 
-// The record for a message that is to be stored; null for a repeat and for a full table.
+// Stores and counts a message and returns its record; null for a repeat and for a full table.
 template <class Table>
-auto* recordToStore(Table& table, const std::uint8_t* body) {
-    const bool full = table.count >= static_cast<std::int32_t>(table.records.size());
-    return full || repeatsLatestOffset(table, body) ? nullptr
-                                                    : &table.records[static_cast<std::size_t>(table.count)];
+auto* storeTimeOffset(const TimeOffsetRule& rule, const std::uint8_t* body, const EpochClock& clock,
+                      Table& table, std::int32_t& lastLeapSeconds) {
+    const auto slot = static_cast<std::size_t>(table.count);
+    auto* const record =
+        slot >= table.records.size() || repeatsLatestOffset(table, body) ? nullptr : &table.records[slot];
+    if (record != nullptr) {
+        TimeOffsetRecord& utc = utcPartOf(*record);
+        loadFields(body, timeOffsetRows, utc);
+        utc.week = offsetWeek(utc.week, rule.weekOffset);
+        utc.stamp = clock;
+        if (rule.setsLeapSeconds) {
+            lastLeapSeconds = bodies::timeOffset::leapSeconds.load(body);
+        }
+        countAndWrap(table.count, rule.wrap);
+    }
+    return record;
 }
 
 }  // namespace
@@ -145,76 +150,59 @@ char hourLetterOf(std::uint32_t tot) {
     return static_cast<char>('A' + letter);
 }
 
-void decodeGpsIono(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
-    decodeIono(tables.gpsIono, staging.body(rowOf("IO")), clock);
+void decodeGpsIono(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
+    decodeIono(staging.body(rowOf("IO")), clocks.epoch, tables.gpsIono);
 }
 
-void decodeNavicIono(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
-    decodeIono(tables.navicIono, staging.body(rowOf("II")), clock);
+void decodeNavicIono(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
+    decodeIono(staging.body(rowOf("II")), clocks.epoch, tables.navicIono);
 }
 
-void decodeBeidouIono(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
+void decodeBeidouIono(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
     const std::uint8_t* const body = staging.body(rowOf("CI"));
     BeidouIonoTable& table = tables.beidouIono;
-    if (repeatsLatestIono(table, body, beidouIonoWrap)) {
+    BeidouIonoRecord* const record = newIonoRecord(table, body, clocks.epoch);
+    if (record == nullptr) {
         return;
     }
-    BeidouIonoRecord& record = table.records[static_cast<std::size_t>(table.count)];
-    record.tot = ionoBody::tot.load(body);
-    loadCoefficients(record, body);
-    record.stamp = clock;
-    record.hourLetter = hourLetterOf(record.tot);
-    record.sv = latestBeidouSatellite(tables);
+    record->tot = bodies::iono::tot.load(body);
+    record->hourLetter = hourLetterOf(record->tot);
+    record->sv = latestBeidouSatellite(tables);
     dropSeenBeidouIono(table);
-    countUpTo(table.count, beidouIonoWrap);
+    countAndWrap(table.count, beidouIonoWrap);
 }
 
-void decodeGpsTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
-    const std::uint8_t* const body = staging.body(rowOf("UO"));
-    if (TimeOffsetRecord* const record = recordToStore(tables.gpsTimeOffset, body)) {
-        loadTimeOffset(*record, body, timeOffsetWeek, clock);
-        tables.lastLeapSeconds = offsetBody::leapSeconds.load(body);
-        ++tables.gpsTimeOffset.count;
-    }
+void decodeGpsTimeOffset(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
+    storeTimeOffset(gpsRule, staging.body(gpsRule.messageRow), clocks.epoch, tables.gpsTimeOffset,
+                    tables.lastLeapSeconds);
 }
 
-void decodeBeidouTimeOffset(const MessageStaging& staging, const EpochClock& clock,
-                            NavigationTables& tables) {
-    const std::uint8_t* const body = staging.body(rowOf("CU"));
-    if (TimeOffsetRecord* const record = recordToStore(tables.beidouTimeOffset, body)) {
-        loadTimeOffset(*record, body, 0, clock);
-        ++tables.beidouTimeOffset.count;
-    }
+void decodeBeidouTimeOffset(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
+    storeTimeOffset(beidouRule, staging.body(beidouRule.messageRow), clocks.epoch, tables.beidouTimeOffset,
+                    tables.lastLeapSeconds);
 }
 
-void decodeNavicTimeOffset(const MessageStaging& staging, const EpochClock& clock, NavigationTables& tables) {
-    const std::uint8_t* const body = staging.body(rowOf("IU"));
-    if (TimeOffsetRecord* const record = recordToStore(tables.navicTimeOffset, body)) {
-        loadTimeOffset(*record, body, timeOffsetWeek, clock);
-        countUpTo(tables.navicTimeOffset.count, navicTimeOffsetWrap);
-    }
+void decodeNavicTimeOffset(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
+    storeTimeOffset(navicRule, staging.body(navicRule.messageRow), clocks.epoch, tables.navicTimeOffset,
+                    tables.lastLeapSeconds);
 }
 
-void decodeGalileoTimeOffset(const MessageStaging& staging, const EpochClock& clock,
+void decodeGalileoTimeOffset(const MessageStaging& staging, ReceiverClocks& clocks,
                              NavigationTables& tables) {
-    const std::uint8_t* const body = staging.body(rowOf("EU"));
-    if (GalileoTimeOffsetRecord* const record = recordToStore(tables.galileoTimeOffset, body)) {
-        loadTimeOffset(record->utc, body, timeOffsetWeek, clock);
-        record->a0Gps = offsetBody::a0Gps.load(body);
-        record->a1Gps = offsetBody::a1Gps.load(body);
-        record->totGps = offsetBody::totGps.load(body);
-        record->weekGps = static_cast<std::uint16_t>(offsetBody::weekGps.load(body) + timeOffsetWeek);
-        tables.lastLeapSeconds = offsetBody::leapSeconds.load(body);
-        ++tables.galileoTimeOffset.count;
+    const std::uint8_t* const body = staging.body(galileoRule.messageRow);
+    if (GalileoTimeOffsetRecord* const record = storeTimeOffset(
+            galileoRule, body, clocks.epoch, tables.galileoTimeOffset, tables.lastLeapSeconds)) {
+        loadFields(body, galileoGpsRows, *record);
+        record->weekGps = offsetWeek(record->weekGps, galileoRule.weekOffset);
     }
 }
 
-void decodeGlonassTimeOffset(const MessageStaging& staging, const EpochClock& clock,
+void decodeGlonassTimeOffset(const MessageStaging& staging, ReceiverClocks& clocks,
                              NavigationTables& tables) {
     const std::uint8_t* const body = staging.body(rowOf("NU"));
-    tables.glonassTimeOffset.tauC = nuBody::tauC.load(body);
-    tables.glonassTimeOffset.tauGps = nuBody::tauGps.load(body);
-    tables.glonassTimeOffset.stamp = clock;
+    tables.glonassTimeOffset.tauC = bodies::nu::tauC.load(body);
+    tables.glonassTimeOffset.tauGps = bodies::nu::tauGps.load(body);
+    tables.glonassTimeOffset.stamp = clocks.epoch;
 }
 
 }  // namespace orbconv

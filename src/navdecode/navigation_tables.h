@@ -1,67 +1,37 @@
 // The store between the survey pass, whose decoders fill it, and the navigation files. Plain tables with a
-// signed count of used slots. An entry with satellite number 0 is dead and every reader skips it. Slots are
-// never cleared: what a dropped message left in a slot shows in the next entry there. Of a message's fields
-// an entry keeps those that have a meaning; raw words without one are left in the message.
+// signed count of used slots. Slots are never cleared: what a dropped message left in a slot shows in the
+// next entry there. An entry with satellite number 0 is dead: the record writers skip it, while the sorts
+// move it like any other, and the ionosphere of Galileo and the satellite of BeiDou's ionosphere are taken
+// from their slot dead or alive.
+//
+// An entry keeps the fields that the navigation files are made from; the others are left in the message. The
+// fields that are kept although no file of this program shows them say so.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 #include "log/receiver_clock.h"
+#include "navdecode/kepler_block.h"
+#include "navdecode/message_meaning.h"
 
 namespace orbconv {
 
 inline constexpr std::int32_t ephemerisTableCapacity = 10000;
 
-// The navigation message that an ephemeris came in; `none` as long as nothing has set it.
-enum class NavType : std::uint8_t { none, lnav, cnav, cnv2, inav, fnav, d1, d2, cnv1, cnv3 };
-
-constexpr std::string_view navTypeName(NavType type) {
-    constexpr std::array<std::string_view, 10> names = {"",     "LNAV", "CNAV", "CNV2", "INAV",
-                                                        "FNAV", "D1",   "D2",   "CNV1", "CNV3"};
-    return names[static_cast<std::size_t>(type)];
-}
-
-// Date and time of an ephemeris record: the date on which the message came in, joined to the time of day of
-// the ephemeris. Deliberate: not derived from week and toc.
-struct RecordEpoch {
-    float year;
-    float month;
-    float day;
-    float hour;
-    float minute;
-    float second;
-    float timeBase;
-};
-
-// The orbit and clock that GPS, Galileo, BeiDou and NavIC ephemerides have in common. Angles in radians,
-// rates in radians per second, times in seconds (of week), lengths in metres.
-struct KeplerElements {
-    std::int32_t sv;
-    std::uint32_t tot;
-    std::uint8_t l2Flags;  // bit 1: L2 P data flag, bit 2: codes on L2
-    std::int16_t iodc;
-    std::int32_t toc;
-    std::int32_t accuracy;  // metres; for Galileo the raw index
-    std::int32_t health;
-    std::int16_t week;
-    float tgd, af2, af1, af0;
-    std::int32_t toe;  // key of duplicates and of the sort
-    std::uint16_t iode;
-    double sqrtA, e, M0, Omega0, i0, omega;
-    float deltaN, OmegaDot, IDOT;
-    float Crc, Crs, Cuc, Cus, Cic, Cis;
-};
+// The epoch of every ephemeris is the date on which its message came in, joined to the time of day of toe,
+// for GLONASS of tb. Deliberate: not derived from week and toc. Its time base is shown nowhere.
 
 struct GpsEphemeris {
-    KeplerElements kepler;
-    RecordEpoch epoch;
+    KeplerBlock kepler;
+    ClockReading epoch;
     float fitInterval;  // hours
     NavType navType;
-    std::uint8_t navFlags;  // bit 0 LNAV; bits 1, 2 CNAV; bit 3 CNV2
-    std::uint32_t cnavToe, cnavTop;
+    std::uint8_t navFlags;
+    std::uint32_t cnavToe;
+    std::uint32_t cnavTop;  // no record of this program shows it
     double adot;
     float deltaNDot;
     std::uint8_t uraiEd, uraiNed0, uraiNed1, uraiNed2;
@@ -82,45 +52,49 @@ struct GlonassEphemeris {
     float vx, vy, vz;  // km/s
     float ax, ay, az;  // km/s^2
     float tauN, gamma;
-    RecordEpoch epoch;
+    ClockReading epoch;
 };
 
 struct GalileoEphemeris {
-    KeplerElements kepler;
-    RecordEpoch epoch;
+    KeplerBlock kepler;
+    ClockReading epoch;
     NavType navType;
     float bgdE5a, bgdE5b;
     float ai0, ai1, ai2;
     std::uint8_t ionFlags;
-    std::uint8_t navFlags;         // bits 0, 2: INAV; bit 1: FNAV
-    float sisa;                    // metres
-    std::uint32_t dataSourceBits;  // accumulated by every message that used the slot, never cleared
-    std::int32_t dataSources;
+    std::uint8_t navFlags;
+    float sisa;                // metres
+    std::int32_t dataSources;  // accumulated by every message that used the slot, never cleared
 };
 
 struct BeidouEphemeris {
-    KeplerElements kepler;
-    RecordEpoch epoch;
+    KeplerBlock kepler;
+    ClockReading epoch;
     NavType navType;
-    std::int32_t satType;  // nothing fills it
+    std::int32_t satType;  // nothing fills it: its column is always 0
     float tgd2;
-    std::uint8_t navFlags;  // bits 0 to 2: D1 or D2; bit 3 CNV1; bit 5 CNV2; bit 6 CNV3
+    std::uint8_t navFlags;
     std::uint8_t aodc, aode;
     double adot;
     float deltaNDot, sisai;
 };
 
 struct NavicEphemeris {
-    KeplerElements kepler;
-    RecordEpoch epoch;
+    KeplerBlock kepler;
+    ClockReading epoch;
     float fitInterval;  // hours
 };
 
 // Up to 10000 ephemerides. Storage grows with the slots that messages have touched, so an empty table costs
 // nothing and a slot that was never touched reads as dead.
 template <class Entry>
-class EphemerisTable {
-public:
+struct EphemerisTable {
+    // Every slot that a message has touched; live entries can stand past the count.
+    std::vector<Entry> slots;
+    // The duplicate key of each slot.
+    std::vector<std::uint64_t> keys;
+    std::int32_t count = 0;
+
     // The slot for the next message, new ones zero-filled, or null when the table is full.
     Entry* nextSlot() {
         if (count >= ephemerisTableCapacity) {
@@ -133,12 +107,6 @@ public:
         }
         return &slots[i];
     }
-
-    // Every slot that a message has touched; live entries can stand past the count.
-    std::vector<Entry> slots;
-    // The duplicate key of each slot.
-    std::vector<std::uint64_t> keys;
-    std::int32_t count = 0;
 };
 
 struct IonoRecord {
@@ -159,7 +127,6 @@ struct BeidouIonoRecord {
 struct TimeOffsetRecord {
     double a0;
     float a1;
-    std::uint32_t word;  // behind a1; no message fills it
     std::uint64_t tot;
     std::uint16_t week;
     EpochClock stamp;
@@ -169,7 +136,7 @@ struct GalileoTimeOffsetRecord {
     TimeOffsetRecord utc;
     float a0Gps, a1Gps;
     std::uint32_t totGps;
-    std::uint16_t weekGps;
+    std::uint16_t weekGps;  // no file of this program shows it
 };
 
 struct GlonassTimeOffset {
@@ -212,5 +179,10 @@ struct NavigationTables {
 
     std::int32_t lastLeapSeconds = 0;
 };
+
+// The ephemeris that the Galileo ionosphere lines come from: slot 0, all zeros while the table is empty.
+inline GalileoEphemeris firstGalileoEphemeris(const NavigationTables& navigation) {
+    return navigation.galileo.slots.empty() ? GalileoEphemeris{} : navigation.galileo.slots.front();
+}
 
 }  // namespace orbconv

@@ -12,20 +12,12 @@ namespace orbconv {
 
 namespace {
 
-void writeValue(TextWriter& out, double value, char exponentLetter) {
-    if (exponentLetter == rinexExponent) {
-        writeRinexNumber(out, value, 12, 19);
-    } else {
-        out.scientific(value, 12, 19, exponentLetter);
-    }
-}
-
 void writeEphLine(TextWriter& out, char letter, std::int32_t sv, std::string_view type) {
     out.left(">", 2).left("EPH", 4).text({&letter, 1}).integer(sv, 2, '0').right(type, 5).endLine();
 }
 
 // Letter, satellite, date and time; the values and the line end follow.
-void beginEpochLine(TextWriter& out, char letter, std::int32_t sv, const RecordEpoch& epoch) {
+void beginEpochLine(TextWriter& out, char letter, std::int32_t sv, const ClockReading& epoch) {
     out.text({&letter, 1}).integer(sv, 2, '0').fixed(epoch.year, 0, 5);
     for (const float field : {epoch.month, epoch.day, epoch.hour, epoch.minute, epoch.second}) {
         out.blanks(1).fixed(field, 0, 2, '0');
@@ -35,7 +27,7 @@ void beginEpochLine(TextWriter& out, char letter, std::int32_t sv, const RecordE
 void writeOrbitLine(TextWriter& out, std::initializer_list<double> values, char exponentLetter) {
     out.blanks(4);
     for (const double value : values) {
-        writeValue(out, value, exponentLetter);
+        writeRecordValue(out, value, exponentLetter);
     }
     out.endLine();
 }
@@ -47,7 +39,7 @@ struct RecordStyle {
     char exponentLetter;
 };
 
-// The walker of the line forms. Without a form a record has no orbit lines.
+// The walker of the line forms.
 template <class Entry>
 void writeRecord(TextWriter& out, const Entry& entry, const RecordForm<Entry>& form, NavType type,
                  const RecordStyle& style) {
@@ -56,7 +48,7 @@ void writeRecord(TextWriter& out, const Entry& entry, const RecordForm<Entry>& f
     }
     beginEpochLine(out, style.letter, entry.kepler.sv, entry.epoch);
     for (const Column<Entry> column : form.epochLine) {
-        writeValue(out, column(entry), style.exponentLetter);
+        writeRecordValue(out, column(entry), style.exponentLetter);
     }
     out.endLine();
     for (const OrbitLine<Entry>& line : form.orbitLines) {
@@ -65,7 +57,7 @@ void writeRecord(TextWriter& out, const Entry& entry, const RecordForm<Entry>& f
             if (column == nullptr) {
                 break;
             }
-            writeValue(out, column(entry), style.exponentLetter);
+            writeRecordValue(out, column(entry), style.exponentLetter);
         }
         out.endLine();
     }
@@ -115,9 +107,9 @@ void writeGlonassRecords(TextWriter& out, double rinexVersion, const NavigationT
             writeEphLine(out, letter, entry.sv, "FDMA");
         }
         beginEpochLine(out, letter, entry.sv, entry.epoch);
-        writeValue(out, timesMinusOne(entry.tauN), rinexExponent);
-        writeValue(out, entry.gamma, rinexExponent);
-        writeValue(out, messageFrameTime(entry), rinexExponent);
+        writeRecordValue(out, timesMinusOne(entry.tauN), rinexExponent);
+        writeRecordValue(out, entry.gamma, rinexExponent);
+        writeRecordValue(out, messageFrameTime(entry), rinexExponent);
         out.endLine();
         // Deliberate: x and z pass through single precision and y does not.
         const double health = entry.healthByte & 1;
@@ -142,14 +134,14 @@ void writeGalileoRecords(TextWriter& out, double rinexVersion, const NavigationT
 void writeBeidouRecords(TextWriter& out, double rinexVersion, const NavigationTables& navigation) {
     const bool eph = isRinex4(rinexVersion);
     const RecordStyle style{.letter = 'C', .ephLine = eph, .exponentLetter = rinexExponent};
-    constexpr RecordForm<BeidouEphemeris> withoutOrbit{NavType::none, forms::clock<BeidouEphemeris>, {}};
     for (const BeidouEphemeris& entry : navigation.beidou.slots) {
-        const bool isD = entry.navType == NavType::d1 || entry.navType == NavType::d2;
-        if (entry.kepler.sv == 0 || !(eph || isD)) {
+        const bool printed = eph || entry.navType == NavType::d1 || entry.navType == NavType::d2;
+        if (entry.kepler.sv == 0 || !printed) {
             continue;
         }
         const auto form = std::ranges::find(forms::beidou, entry.navType, &RecordForm<BeidouEphemeris>::type);
-        writeRecord(out, entry, form != forms::beidou.end() ? *form : withoutOrbit, entry.navType, style);
+        writeRecord(out, entry, form != forms::beidou.end() ? *form : forms::beidouWithoutOrbit,
+                    entry.navType, style);
     }
 }
 
@@ -160,7 +152,7 @@ void writeNavicRecords(TextWriter& out, double rinexVersion, const NavigationTab
         .letter = 'I', .ephLine = eph, .exponentLetter = eph ? plainExponent : rinexExponent};
     for (const NavicEphemeris& entry : navigation.navic.slots) {
         if (entry.kepler.sv >= 1 && entry.kepler.sv <= lastSatellite) {
-            writeRecord(out, entry, forms::navic, NavType::lnav, style);
+            writeRecord(out, entry, forms::navic, forms::navic.type, style);
         }
     }
 }

@@ -6,15 +6,14 @@
 #include "navfile/ephemeris_records.h"
 #include "navfile/nav_header_lines.h"
 #include "navfile/rinex_number.h"
-#include "obsfile/header_lines.h"
+#include "text/header_lines.h"
 
 namespace orbconv {
 
 namespace {
 
-// A date in the columns 5 to 23 of a line. Clock is EpochClock or RecordEpoch.
-template <class Clock>
-void writeDateStamp(TextWriter& out, const Clock& clock) {
+// A date in the columns 5 to 23 of a line.
+void writeDateStamp(TextWriter& out, const ClockReading& clock) {
     out.blanks(4).fixed(clock.year, 0, 4);
     for (const float field : {clock.month, clock.day, clock.hour, clock.minute, clock.second}) {
         out.blanks(1).fixed(field, 0, 2, '0');
@@ -23,7 +22,7 @@ void writeDateStamp(TextWriter& out, const Clock& clock) {
 
 void writeNumbers(TextWriter& out, std::initializer_list<double> values) {
     for (const double value : values) {
-        out.scientific(value, 12, 19, plainExponent);
+        writeRecordValue(out, value, plainExponent);
     }
     out.endLine();
 }
@@ -52,8 +51,9 @@ void writeSto(TextWriter& out, const StoForm& form, const EpochClock& stamp,
 }
 
 void writeSto(TextWriter& out, const StoForm& form, const TimeOffsetRecord& record) {
+    constexpr double thirdCoefficient = 0.0;  // no message brings one
     writeSto(out, form, record.stamp,
-             {static_cast<double>(record.tot), record.a0, record.a1, static_cast<double>(record.word)});
+             {static_cast<double>(record.tot), record.a0, record.a1, thirdCoefficient});
 }
 
 void writeStoRecords(TextWriter& out, const StoForm& form, const TimeOffsetTable& table) {

@@ -6,7 +6,7 @@
 #include "navfile/ephemeris_records.h"
 #include "navfile/nav_header_lines.h"
 #include "navfile/rinex_number.h"
-#include "obsfile/header_lines.h"
+#include "text/header_lines.h"
 
 namespace orbconv {
 

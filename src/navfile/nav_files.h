@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "navdecode/navigation_tables.h"
-#include "run/run_options.h"
+#include "text/header_lines.h"
 #include "text/text_writer.h"
 
 namespace orbconv {
@@ -13,7 +13,7 @@ namespace orbconv {
 // What the navigation files print.
 struct NavFileTables {
     double rinexVersion;
-    const RunStamp& stamp;
+    const RunStamp& runStamp;
     std::string_view satelliteSystemLetter;
     const NavigationTables& navigation;
 };

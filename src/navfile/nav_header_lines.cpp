@@ -1,6 +1,6 @@
 #include "navfile/nav_header_lines.h"
 
-#include "obsfile/header_lines.h"
+#include "run/run_options.h"
 
 namespace orbconv {
 
@@ -14,12 +14,8 @@ void writeNavFirstLines(TextWriter& out, const NavFileTables& tables, std::strin
         .blanks(blanksBehind)
         .text("RINEX VERSION / TYPE")
         .endLine();
-    writeProgramLine(out, tables.stamp);
+    writeProgramLine(out, programVersion, tables.runStamp);
     writeLeapSeconds(out, tables.navigation.lastLeapSeconds);
-}
-
-GalileoEphemeris firstGalileoEphemeris(const NavigationTables& navigation) {
-    return navigation.galileo.slots.empty() ? GalileoEphemeris{} : navigation.galileo.slots.front();
 }
 
 }  // namespace orbconv

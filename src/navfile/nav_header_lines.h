@@ -12,7 +12,4 @@ namespace orbconv {
 void writeNavFirstLines(TextWriter& out, const NavFileTables& tables, std::string_view systemText,
                         int blanksBehind);
 
-// The ephemeris that the Galileo ionosphere lines come from: slot 0, all zeros while the table is empty.
-GalileoEphemeris firstGalileoEphemeris(const NavigationTables& navigation);
-
 }  // namespace orbconv

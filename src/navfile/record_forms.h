@@ -41,20 +41,24 @@ constexpr double printed(double value) {
     return value;
 }
 
-using Kepler = KeplerElements;
+using Kepler = KeplerBlock;
 
-// A field of the common elements, and one of the entry itself.
-template <auto Field>
-inline constexpr auto k = [](const auto& entry) -> double { return printed(entry.kepler.*Field); };
-template <auto Field>
-inline constexpr auto own = [](const auto& entry) -> double { return printed(entry.*Field); };
-// The same, narrowed to single precision.
-template <auto Field>
-inline constexpr auto narrowK =
-    [](const auto& entry) -> double { return static_cast<float>(entry.kepler.*Field); };
-template <auto Field>
-inline constexpr auto narrowOwn =
-    [](const auto& entry) -> double { return static_cast<float>(entry.*Field); };
+// A member of an entry, or of the block that entries have in common.
+template <class Entry, class Value>
+constexpr const Value& valueOf(const Entry& entry, Value Entry::*member) {
+    return entry.*member;
+}
+template <class Entry, class Value>
+constexpr const Value& valueOf(const Entry& entry, Value Kepler::*member) {
+    return entry.kepler.*member;
+}
+
+// The member as it is printed, and narrowed to single precision ahead of that.
+template <auto Member>
+inline constexpr auto field = [](const auto& entry) -> double { return printed(valueOf(entry, Member)); };
+template <auto Member>
+inline constexpr auto narrowed =
+    [](const auto& entry) -> double { return static_cast<float>(valueOf(entry, Member)); };
 // One bit of the L2 flags, as 0 or 1.
 template <int Bit>
 inline constexpr auto l2Bit = [](const auto& entry) -> double { return (entry.kepler.l2Flags >> Bit) & 1; };
@@ -68,31 +72,30 @@ inline constexpr auto shiftedAf0 = [](const GpsEphemeris& entry) -> double {
 
 namespace forms {
 
-using columns::k;
+using columns::field;
 using columns::Kepler;
 using columns::l2Bit;
-using columns::narrowK;
-using columns::narrowOwn;
-using columns::own;
+using columns::narrowed;
 using columns::zero;
 
 // ---- shared lines ----
 
 template <class Entry>
-inline constexpr std::array<Column<Entry>, 3> clock = {k<&Kepler::af0>, k<&Kepler::af1>, k<&Kepler::af2>};
+inline constexpr std::array<Column<Entry>, 3> clock = {field<&Kepler::af0>, field<&Kepler::af1>,
+                                                       field<&Kepler::af2>};
 template <class Entry>
-inline constexpr OrbitLine<Entry> anomaly = {k<&Kepler::iode>, k<&Kepler::Crs>, k<&Kepler::deltaN>,
-                                             k<&Kepler::M0>};
+inline constexpr OrbitLine<Entry> anomaly = {field<&Kepler::iode>, field<&Kepler::Crs>,
+                                             field<&Kepler::deltaN>, field<&Kepler::M0>};
 template <class Entry>
-inline constexpr OrbitLine<Entry> shape = {k<&Kepler::Cuc>, k<&Kepler::e>, k<&Kepler::Cus>,
-                                           k<&Kepler::sqrtA>};
+inline constexpr OrbitLine<Entry> shape = {field<&Kepler::Cuc>, field<&Kepler::e>, field<&Kepler::Cus>,
+                                           field<&Kepler::sqrtA>};
 template <class Entry>
-inline constexpr OrbitLine<Entry> node = {k<&Kepler::toe>, k<&Kepler::Cic>, k<&Kepler::Omega0>,
-                                          k<&Kepler::Cis>};
+inline constexpr OrbitLine<Entry> node = {field<&Kepler::toe>, field<&Kepler::Cic>, field<&Kepler::Omega0>,
+                                          field<&Kepler::Cis>};
 // Deliberate: i0 alone loses its low digits.
 template <class Entry>
-inline constexpr OrbitLine<Entry> inclination = {narrowK<&Kepler::i0>, k<&Kepler::Crc>, k<&Kepler::omega>,
-                                                 k<&Kepler::OmegaDot>};
+inline constexpr OrbitLine<Entry> inclination = {narrowed<&Kepler::i0>, field<&Kepler::Crc>,
+                                                 field<&Kepler::omega>, field<&Kepler::OmegaDot>};
 
 // ---- GPS and NavIC ----
 
@@ -102,26 +105,26 @@ inline constexpr std::array<OrbitLine<Entry>, 7> lnav = {{
     shape<Entry>,
     node<Entry>,
     inclination<Entry>,
-    {k<&Kepler::IDOT>, l2Bit<2>, k<&Kepler::week>, l2Bit<1>},
-    {k<&Kepler::accuracy>, k<&Kepler::health>, k<&Kepler::tgd>, k<&Kepler::iodc>},
-    {k<&Kepler::tot>, own<&Entry::fitInterval>},
+    {field<&Kepler::IDOT>, l2Bit<2>, field<&Kepler::week>, l2Bit<1>},
+    {field<&Kepler::accuracy>, field<&Kepler::health>, field<&Kepler::tgd>, field<&Kepler::iodc>},
+    {field<&Kepler::tot>, field<&Entry::fitInterval>},
 }};
 
 using Gps = GpsEphemeris;
-inline constexpr std::array<Column<Gps>, 3> gpsShiftedClock = {columns::shiftedAf0, k<&Kepler::af1>,
-                                                               k<&Kepler::af2>};
-inline constexpr OrbitLine<Gps> gpsRateAnomaly = {narrowOwn<&Gps::adot>, k<&Kepler::Crs>, k<&Kepler::deltaN>,
-                                                  k<&Kepler::M0>};
-inline constexpr OrbitLine<Gps> gpsCnavNode = {own<&Gps::cnavToe>, k<&Kepler::Cic>, k<&Kepler::Omega0>,
-                                               k<&Kepler::Cis>};
-inline constexpr OrbitLine<Gps> gpsRates = {k<&Kepler::IDOT>, own<&Gps::deltaNDot>, own<&Gps::uraiNed0>,
-                                            own<&Gps::uraiNed1>};
-inline constexpr OrbitLine<Gps> gpsHealth = {own<&Gps::uraiEd>, k<&Kepler::health>, k<&Kepler::tgd>,
-                                             own<&Gps::uraiNed2>};
-inline constexpr OrbitLine<Gps> gpsIsc = {own<&Gps::iscL1ca>, own<&Gps::iscL2c>, own<&Gps::iscL5i5>,
-                                          own<&Gps::iscL5q5>};
+inline constexpr std::array<Column<Gps>, 3> gpsShiftedClock = {columns::shiftedAf0, field<&Kepler::af1>,
+                                                               field<&Kepler::af2>};
+inline constexpr OrbitLine<Gps> gpsRateAnomaly = {narrowed<&Gps::adot>, field<&Kepler::Crs>,
+                                                  field<&Kepler::deltaN>, field<&Kepler::M0>};
+inline constexpr OrbitLine<Gps> gpsCnavNode = {field<&Gps::cnavToe>, field<&Kepler::Cic>,
+                                               field<&Kepler::Omega0>, field<&Kepler::Cis>};
+inline constexpr OrbitLine<Gps> gpsRates = {field<&Kepler::IDOT>, field<&Gps::deltaNDot>,
+                                            field<&Gps::uraiNed0>, field<&Gps::uraiNed1>};
+inline constexpr OrbitLine<Gps> gpsHealth = {field<&Gps::uraiEd>, field<&Kepler::health>, field<&Kepler::tgd>,
+                                             field<&Gps::uraiNed2>};
+inline constexpr OrbitLine<Gps> gpsIsc = {field<&Gps::iscL1ca>, field<&Gps::iscL2c>, field<&Gps::iscL5i5>,
+                                          field<&Gps::iscL5q5>};
 // Deliberate: the fit interval stands where the standard has the transmission time, which is not printed.
-inline constexpr OrbitLine<Gps> gpsFitAndWeek = {own<&Gps::fitInterval>, k<&Kepler::week>};
+inline constexpr OrbitLine<Gps> gpsFitAndWeek = {field<&Gps::fitInterval>, field<&Kepler::week>};
 
 inline constexpr std::array<OrbitLine<Gps>, 8> gpsCnav = {{
     gpsRateAnomaly,
@@ -141,7 +144,7 @@ inline constexpr std::array<OrbitLine<Gps>, 9> gpsCnv2 = {{
     gpsRates,
     gpsHealth,
     gpsIsc,
-    {own<&Gps::iscL1cd>, own<&Gps::iscL1cp>},
+    {field<&Gps::iscL1cd>, field<&Gps::iscL1cp>},
     gpsFitAndWeek,
 }};
 inline constexpr std::array<RecordForm<Gps>, 3> gps = {{
@@ -161,9 +164,9 @@ inline constexpr std::array<OrbitLine<Galileo>, 7> galileoLines = {{
     shape<Galileo>,
     node<Galileo>,
     inclination<Galileo>,
-    {k<&Kepler::IDOT>, own<&Galileo::dataSources>, k<&Kepler::week>, zero},
-    {own<&Galileo::sisa>, k<&Kepler::health>, own<&Galileo::bgdE5a>, own<&Galileo::bgdE5b>},
-    {k<&Kepler::tot>},
+    {field<&Kepler::IDOT>, field<&Galileo::dataSources>, field<&Kepler::week>, zero},
+    {field<&Galileo::sisa>, field<&Kepler::health>, field<&Galileo::bgdE5a>, field<&Galileo::bgdE5b>},
+    {field<&Kepler::tot>},
 }};
 inline constexpr RecordForm<Galileo> galileo = {NavType::inav, clock<Galileo>, galileoLines};
 
@@ -171,24 +174,24 @@ inline constexpr RecordForm<Galileo> galileo = {NavType::inav, clock<Galileo>, g
 
 using Beidou = BeidouEphemeris;
 inline constexpr std::array<OrbitLine<Beidou>, 7> beidouD = {{
-    {own<&Beidou::aode>, k<&Kepler::Crs>, k<&Kepler::deltaN>, k<&Kepler::M0>},
+    {field<&Beidou::aode>, field<&Kepler::Crs>, field<&Kepler::deltaN>, field<&Kepler::M0>},
     shape<Beidou>,
     node<Beidou>,
     inclination<Beidou>,
-    {k<&Kepler::IDOT>, zero, k<&Kepler::week>, zero},
-    {k<&Kepler::accuracy>, k<&Kepler::health>, k<&Kepler::tgd>, own<&Beidou::tgd2>},
-    {k<&Kepler::tot>, own<&Beidou::aodc>},
+    {field<&Kepler::IDOT>, zero, field<&Kepler::week>, zero},
+    {field<&Kepler::accuracy>, field<&Kepler::health>, field<&Kepler::tgd>, field<&Beidou::tgd2>},
+    {field<&Kepler::tot>, field<&Beidou::aodc>},
 }};
 
 // Deliberate: line 6 has three values, and line 8 of CNV2 has tot where CNV1 has the accuracy.
-inline constexpr OrbitLine<Beidou> beidouRateAnomaly = {narrowOwn<&Beidou::adot>, k<&Kepler::Crs>,
-                                                        k<&Kepler::deltaN>, k<&Kepler::M0>};
-inline constexpr OrbitLine<Beidou> beidouRates = {k<&Kepler::IDOT>, own<&Beidou::deltaNDot>,
-                                                  own<&Beidou::satType>, zero};
-inline constexpr OrbitLine<Beidou> beidouSisai = {own<&Beidou::sisai>, zero, own<&Beidou::sisai>};
-inline constexpr OrbitLine<Beidou> beidouDelays = {own<&Beidou::sisai>, zero, k<&Kepler::tgd>,
-                                                   own<&Beidou::tgd2>};
-inline constexpr OrbitLine<Beidou> beidouTotAndIode = {k<&Kepler::tot>, zero, zero, k<&Kepler::iode>};
+inline constexpr OrbitLine<Beidou> beidouRateAnomaly = {narrowed<&Beidou::adot>, field<&Kepler::Crs>,
+                                                        field<&Kepler::deltaN>, field<&Kepler::M0>};
+inline constexpr OrbitLine<Beidou> beidouRates = {field<&Kepler::IDOT>, field<&Beidou::deltaNDot>,
+                                                  field<&Beidou::satType>, zero};
+inline constexpr OrbitLine<Beidou> beidouSisai = {field<&Beidou::sisai>, zero, field<&Beidou::sisai>};
+inline constexpr OrbitLine<Beidou> beidouDelays = {field<&Beidou::sisai>, zero, field<&Kepler::tgd>,
+                                                   field<&Beidou::tgd2>};
+inline constexpr OrbitLine<Beidou> beidouTotAndIode = {field<&Kepler::tot>, zero, zero, field<&Kepler::iode>};
 
 inline constexpr std::array<OrbitLine<Beidou>, 9> beidouCnv1 = {{
     beidouRateAnomaly,
@@ -198,7 +201,7 @@ inline constexpr std::array<OrbitLine<Beidou>, 9> beidouCnv1 = {{
     beidouRates,
     beidouSisai,
     beidouDelays,
-    {k<&Kepler::accuracy>, k<&Kepler::health>, zero, k<&Kepler::iodc>},
+    {field<&Kepler::accuracy>, field<&Kepler::health>, zero, field<&Kepler::iodc>},
     beidouTotAndIode,
 }};
 inline constexpr std::array<OrbitLine<Beidou>, 9> beidouCnv2 = {{
@@ -209,7 +212,7 @@ inline constexpr std::array<OrbitLine<Beidou>, 9> beidouCnv2 = {{
     beidouRates,
     beidouSisai,
     beidouDelays,
-    {k<&Kepler::tot>, k<&Kepler::health>, zero, k<&Kepler::iodc>},
+    {field<&Kepler::tot>, field<&Kepler::health>, zero, field<&Kepler::iodc>},
     beidouTotAndIode,
 }};
 inline constexpr std::array<OrbitLine<Beidou>, 8> beidouCnv3 = {{
@@ -219,8 +222,8 @@ inline constexpr std::array<OrbitLine<Beidou>, 8> beidouCnv3 = {{
     inclination<Beidou>,
     beidouRates,
     beidouSisai,
-    {zero, k<&Kepler::health>, zero, own<&Beidou::tgd2>},
-    {k<&Kepler::tot>},
+    {zero, field<&Kepler::health>, zero, field<&Beidou::tgd2>},
+    {field<&Kepler::tot>},
 }};
 inline constexpr std::array<RecordForm<Beidou>, 5> beidou = {{
     {NavType::d1, clock<Beidou>, beidouD},
@@ -229,6 +232,8 @@ inline constexpr std::array<RecordForm<Beidou>, 5> beidou = {{
     {NavType::cnv2, clock<Beidou>, beidouCnv2},
     {NavType::cnv3, clock<Beidou>, beidouCnv3},
 }};
+// Of any other type: a record ends with its epoch line.
+inline constexpr RecordForm<Beidou> beidouWithoutOrbit = {NavType::none, clock<Beidou>, {}};
 
 }  // namespace forms
 

@@ -1,4 +1,4 @@
-// The number form of RINEX navigation data, whose exponents have the letter D.
+// The number forms of navigation files: RINEX exponents have the letter D, and some records have the plain e.
 #pragma once
 
 #include "text/text_writer.h"
@@ -13,6 +13,11 @@ inline constexpr char plainExponent = 'e';
 // value is widened and shows its own digits.
 inline void writeRinexNumber(TextWriter& out, double value, int precision, int width) {
     out.scientific(value, precision, width, rinexExponent);
+}
+
+// A value of a navigation record: 12 decimals, right-justified in 19 columns.
+inline void writeRecordValue(TextWriter& out, double value, char exponentLetter) {
+    out.scientific(value, 12, 19, exponentLetter);
 }
 
 }  // namespace orbconv

@@ -8,7 +8,8 @@ namespace orbconv {
 
 void sortGpsTable(NavigationTables& tables);
 void sortGlonassTable(NavigationTables& tables);
-// Also puts, among neighbouring entries of one satellite, those without an I/NAV flag first.
+// Also puts, among neighbouring entries of one satellite, those without bit 0 of their flags first: F/NAV
+// ahead of the I/NAV that bit 0 tells, while I/NAV told by bit 2 alone counts with F/NAV.
 void sortGalileoTable(NavigationTables& tables);
 void sortBeidouTable(NavigationTables& tables);
 void sortNavicTable(NavigationTables& tables);

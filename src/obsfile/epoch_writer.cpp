@@ -10,16 +10,16 @@ namespace orbconv {
 
 namespace {
 
-constexpr std::size_t slotColumns = 64;
+constexpr std::size_t bandColumns = 64;
 
 // Room for a satellite line with every number at its longest.
-constexpr std::size_t lineRoom = 32 + obsColumns * (obsRows * maxNumberText + slotColumns);
+constexpr std::size_t lineRoom = 32 + obsColumns * (obsRows * maxNumberText + bandColumns);
 
 // The constellations in writing order.
 struct EpochRow {
     Constellation constellation;
-    std::size_t slots;
-    bool byCodeList;  // signals without a code take no columns
+    std::size_t bands;
+    bool byCodeList;  // bands without a code take no columns
 };
 constexpr std::array<EpochRow, countedConstellations> epochRows = {{
     {Constellation::gps, 6, false},
@@ -43,7 +43,7 @@ char* fillBlanks(char* out, std::size_t count) {
 inline char* writeNumber(char* out, double value, int width) {
     char* const end = formatFixed3IntoBlanks(out, value, width);
     if (end != out + width) [[unlikely]] {
-        fillBlanks(end, slotColumns);
+        fillBlanks(end, bandColumns);
     }
     return end;
 }
@@ -54,7 +54,7 @@ char* writeDigit(char* out, std::int32_t digit) {
         return out + 1;
     }
     out = formatInteger(out, digit);
-    fillBlanks(out, slotColumns);
+    fillBlanks(out, bandColumns);
     return out;
 }
 
@@ -63,15 +63,15 @@ double withoutNegativeZero(double value) {
 }
 
 // The four numbers of a signal that is present.
-char* writePresentSlot(char* out, const SatEpochRecord& record, std::size_t slot) {
-    fillBlanks(out, slotColumns);
-    out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::pseudorange, slot)), 14);
-    out = writeNumber(out, record.at(ObsRow::phase, slot), 16);  // can show -0.000
+char* writePresentSignal(char* out, const SatEpochRecord& record, std::size_t band) {
+    fillBlanks(out, bandColumns);
+    out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::pseudorange, band)), 14);
+    out = writeNumber(out, record.at(ObsRow::phase, band), 16);  // can show -0.000
     out += 1;  // the loss-of-lock indicator is never written
-    out = writeDigit(out, record.strengthIndex[slot]);
-    out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::doppler, slot)), 14);
+    out = writeDigit(out, record.strengthIndex[band]);
+    out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::doppler, band)), 14);
     out += 3;
-    out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::strength, slot)), 13);
+    out = writeNumber(out, withoutNegativeZero(record.at(ObsRow::strength, band)), 13);
     return out + 2;
 }
 
@@ -86,7 +86,7 @@ char* writeSatelliteId(char* out, char letter, std::int32_t id) {
 }  // namespace
 
 void writeSatelliteLines(TextWriter& out, std::span<const SatEpochRecord> records, char letter,
-                         std::size_t slotCount, const ObsCodeList* codeList) {
+                         std::size_t writtenBands, const ObsCodeList* codeList) {
     std::int32_t previous = -1;
     for (const SatEpochRecord& record : records) {
         // Deliberate: a GLONASS satellite without a slot shows its channel, and of two neighbours with one
@@ -98,12 +98,12 @@ void writeSatelliteLines(TextWriter& out, std::span<const SatEpochRecord> record
         }
         char* line = out.reserve(lineRoom);
         line = writeSatelliteId(line, letter, id);
-        for (std::size_t slot = 0; slot < slotCount; ++slot) {
-            if (codeList != nullptr && (*codeList)[slotOf(slot, Kind::code)].empty()) {
+        for (std::size_t band = 0; band < writtenBands; ++band) {
+            if (codeList != nullptr && (*codeList)[slotOf(band, Kind::code)].empty()) {
                 continue;
             }
-            const bool present = (record.signalFlags[slot] & signalPresentBit) != 0;
-            line = present ? writePresentSlot(line, record, slot) : fillBlanks(line, slotColumns);
+            const bool present = (record.signalFlags[band] & signalPresentBit) != 0;
+            line = present ? writePresentSignal(line, record, band) : fillBlanks(line, bandColumns);
         }
         *line++ = '\n';
         out.commit(line);
@@ -143,7 +143,7 @@ void writeEpoch(TextWriter& out, std::int32_t epochFlag, const EpochTables& tabl
         }
         const auto used = tables.store.usedRecords(row.constellation);
         writeSatelliteLines(out, used.first(std::min(used.size(), writtenRecords)), systemLetters[c],
-                            row.slots, row.byCodeList ? &tables.survey.codes(row.constellation) : nullptr);
+                            row.bands, row.byCodeList ? &tables.survey.codes(row.constellation) : nullptr);
     }
 }
 

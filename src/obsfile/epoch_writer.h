@@ -1,5 +1,6 @@
 // One epoch of the observation file: the "> " line, and a line for each satellite, constellation after
-// constellation. Deliberate: every signal takes its 64 columns whether or not the header lists it.
+// constellation. Deliberate: every band takes its 64 columns whether or not the header lists its signal; only
+// NavIC's bands without a code take none.
 #pragma once
 
 #include <cstdint>
@@ -29,9 +30,9 @@ void writeEpoch(TextWriter& out, std::int32_t epochFlag, const EpochTables& tabl
 // The epoch's first line.
 void writeEpochLine(TextWriter& out, std::int32_t epochFlag, const EpochTables& tables);
 
-// The lines of one constellation's records. With a code list, a signal whose code is empty there takes no
-// columns at all. `slotCount` is at most 11.
+// The lines of one constellation's records, with their first `writtenBands` bands, at most 11. With a code
+// list, a band whose code is empty there takes no columns at all.
 void writeSatelliteLines(TextWriter& out, std::span<const SatEpochRecord> records, char letter,
-                         std::size_t slotCount, const ObsCodeList* codeList);
+                         std::size_t writtenBands, const ObsCodeList* codeList);
 
 }  // namespace orbconv

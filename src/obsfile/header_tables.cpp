@@ -20,8 +20,7 @@ constexpr std::size_t bandsInList(Constellation constellation) {
 }
 
 void sortSlots(GlonassSlotTable& table) {
-    // A free entry stops the sort at its place: it is not moved to the end. The table is small and sorted
-    // once.
+    // A free entry is not moved, and none passes it. The table is small and sorted once.
     for (std::size_t pass = 0; pass < GlonassSlotTable::capacity; ++pass) {
         for (std::size_t i = 0; i + 1 < GlonassSlotTable::capacity; ++i) {
             if (table.slot[i] > table.slot[i + 1] && table.slot[i] != 0 && table.slot[i + 1] != 0) {
@@ -60,16 +59,25 @@ void beginContinuationLine(TextWriter& out) {
     out.blanks(18);
 }
 
-// Writes the satellites among entries [first, end), zero entries left out, at most ten.
-void writeListedSatellites(TextWriter& out, char letter, const SatelliteNumbers& list, std::size_t first,
-                           std::size_t end) {
-    std::size_t written = 0;
-    for (std::size_t i = first; i < std::min(end, list.size()) && written < satellitesPerLine; ++i) {
-        if (list[i] != 0) {
+// What one line listed: how many satellites, and the entry behind the last of them.
+struct Listed {
+    std::size_t satellites;
+    std::size_t end;
+};
+
+// Writes the satellites among entries [first, end) that `belongs` takes, at most ten.
+template <class Belongs>
+Listed writeListedSatellites(TextWriter& out, char letter, const SatelliteNumbers& list, std::size_t first,
+                             std::size_t end, Belongs belongs) {
+    Listed listed{.satellites = 0, .end = first};
+    for (std::size_t i = first; i < std::min(end, list.size()) && listed.satellites < satellitesPerLine;
+         ++i) {
+        if (belongs(list[i])) {
             writeSatellite(out, letter, list[i]);
-            ++written;
+            listed = {.satellites = listed.satellites + 1, .end = i + 1};
         }
     }
+    return listed;
 }
 
 // The satellites on each signal among the first 32 entries of its list. QZSS and SBAS stay at zero.
@@ -78,7 +86,7 @@ void countUses(SignalSurvey& survey) {
     const auto count = [&survey](Constellation constellation, std::size_t bands) {
         const std::size_t c = indexOf(constellation);
         for (std::size_t band = 0; band < bands; ++band) {
-            const auto entries = std::span(survey.signalSatellites[c][band]).first(listedEntries);
+            const auto entries = std::span(survey.signalSatelliteList[c][band]).first(listedEntries);
             const auto used = std::ranges::count_if(entries, [&](std::int32_t number) {
                 // Deliberate: an unknown slot is listed, but not counted.
                 const bool unknown =
@@ -100,15 +108,16 @@ void writeSignalPhaseShift(TextWriter& out, Constellation constellation, std::si
                            std::string_view code, const SignalSurvey& survey) {
     const std::size_t c = indexOf(constellation);
     const char letter = systemLetters[c];
-    const SatelliteNumbers& list = survey.signalSatellites[c][band];
+    const SatelliteNumbers& list = survey.signalSatelliteList[c][band];
     const std::uint32_t count = survey.signalUseCount[c][band];
+    const auto belongs = [](std::int32_t number) { return number != 0; };
     beginPhaseShiftLine(out, letter, code, survey.phaseShiftValues[c][band], count);
-    writeListedSatellites(out, letter, list, 0, listedEntries);
+    writeListedSatellites(out, letter, list, 0, listedEntries, belongs);
     endPhaseShiftLine(out, static_cast<int>(count));
     for (std::size_t first = satellitesPerLine; first <= 2 * satellitesPerLine && count > first;
          first += satellitesPerLine) {
         beginContinuationLine(out);
-        writeListedSatellites(out, letter, list, first, count);
+        writeListedSatellites(out, letter, list, first, count, belongs);
         endPhaseShiftLine(out, static_cast<int>(count - first));
     }
 }
@@ -119,13 +128,15 @@ struct BeidouPasses {
     // Deliberate: the shift of the second pass of band 2 is first lowered by this, and stays lowered.
     double loweredBy = 0.0;
 };
+// Deliberate: in bands 1 and l the class is not that of beidouRules, nor that of beidouExtraPhases.
 constexpr std::array<BeidouPasses, bandCount> beidouPasses = {{
-    {.secondPass = beidou6To58},
-    {.secondPass = beidou6To18},
-    {.secondPass = beidou6To18, .loweredBy = 0.25},
-    {.secondPass = beidou6To58},
-    {.secondPass = beidou6To18},
-    {.secondPass = beidouNone},
+    //       class                      shift
+    /* c */ {.secondPass = beidou6To58},
+    /* 1 */ {.secondPass = beidou6To18},
+    /* 2 */ {.secondPass = beidou6To18, .loweredBy = 0.25},
+    /* 3 */ {.secondPass = beidou6To58},
+    /* 5 */ {.secondPass = beidou6To18},
+    /* l */ {.secondPass = beidouNone},
 }};
 constexpr double secondPassShift = 0.5;  // cycles
 
@@ -138,30 +149,15 @@ void writeBeidouPass(TextWriter& out, std::string_view code, double shift, const
                      std::uint32_t useCount, std::uint32_t satellites, Belongs belongs) {
     constexpr char letter = 'C';
     beginPhaseShiftLine(out, letter, code, shift, satellites);
-    std::size_t written = 0;
-    std::size_t lastListed = 0;
-    for (std::size_t i = 0; i < listedEntries && written < satellitesPerLine; ++i) {
-        if (belongs(list[i])) {
-            writeSatellite(out, letter, list[i]);
-            ++written;
-            lastListed = i;
-        }
-    }
+    const Listed listed = writeListedSatellites(out, letter, list, 0, listedEntries, belongs);
     endPhaseShiftLine(out, static_cast<int>(satellites));
-    if (written != satellitesPerLine) {
+    if (listed.satellites != satellitesPerLine) {
         return;
     }
-    // Deliberate: the walk goes on behind the tenth satellite, but the position that ends it starts at the
-    // tenth's.
+    // Deliberate: the walk ends at the place of the list that the count of satellites names, whoever of them
+    // stands behind it.
     beginContinuationLine(out);
-    written = 0;
-    for (std::size_t position = lastListed; position < useCount && written < satellitesPerLine; ++position) {
-        const std::size_t i = position + 1;
-        if (i < list.size() && belongs(list[i])) {
-            writeSatellite(out, letter, list[i]);
-            ++written;
-        }
-    }
+    writeListedSatellites(out, letter, list, listed.end, std::size_t{useCount} + 1, belongs);
     endPhaseShiftLine(out, std::abs(static_cast<int>(satellitesPerLine) - static_cast<int>(satellites)));
 }
 
@@ -220,7 +216,7 @@ void writePhaseShift(TextWriter& out, const RunOptions& options, SignalSurvey& s
 void writeBeidouPhaseShift(TextWriter& out, std::size_t position, std::size_t band, SignalSurvey& survey) {
     const std::size_t c = indexOf(Constellation::beidou);
     const BeidouPasses& passes = beidouPasses[band];
-    const SatelliteNumbers& list = survey.signalSatellites[c][band];
+    const SatelliteNumbers& list = survey.signalSatelliteList[c][band];
     const ObsCodeList& codes = survey.obsCodeList[c];
     const std::uint32_t useCount = survey.signalUseCount[c][band];
     float& storedShift = survey.phaseShiftValues[c][band];

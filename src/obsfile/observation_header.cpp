@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "obsfile/header_lines.h"
 #include "obsfile/header_tables.h"
 
 namespace orbconv {
@@ -42,7 +41,7 @@ void writeFirstLines(TextWriter& out, const ObservationHeaderTables& tables) {
     const ReceiverInfo& receiver = tables.receiver;
     const RunOptions& options = tables.options;
     writeVersionLine(out, options.rinexVersion, tables.presence.satelliteSystemLetter());
-    writeProgramLine(out, tables.stamp);
+    writeProgramLine(out, programVersion, tables.runStamp);
     out.blanks(60).text("OBSERVER / AGENCY").endLine();  // nothing ever fills observer and agency
     out.left(receiver.markerName, 60).text("MARKER NAME").endLine();
     // Only the third field is cut.
@@ -176,7 +175,7 @@ void writeObservationHeader(TextWriter& out, float interval, std::uint32_t lastE
     writeFirstLines(out, tables);
     writeObsTypes(out, options, tables.survey);
     if (options.includeGlonass) {
-        writeGlonassSlots(out, tables.slots);
+        writeGlonassSlots(out, tables.glonassSlotTable);
         writeGlonassBiases(out, tables.survey.codes(Constellation::glonass));
     }
     out.fixed(interval, 3, 10).blanks(50).text("INTERVAL").endLine();

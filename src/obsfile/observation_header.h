@@ -10,6 +10,7 @@
 #include "log/receiver_identity.h"
 #include "log/satellite_lists.h"
 #include "run/run_options.h"
+#include "text/header_lines.h"
 #include "text/text_writer.h"
 
 namespace orbconv {
@@ -17,13 +18,13 @@ namespace orbconv {
 // What the header prints, as it stands when the header is due.
 struct ObservationHeaderTables {
     const RunOptions& options;
-    const RunStamp& stamp;
+    const RunStamp& runStamp;
     const ReceiverInfo& receiver;
     const ReceiverClocks& clocks;
     const SystemPresence& presence;
     std::int32_t lastLeapSeconds;
-    SignalSurvey& survey;     // BeiDou's code count, the use counts and a phase shift are changed
-    GlonassSlotTable& slots;  // sorted in place
+    SignalSurvey& survey;                // BeiDou's code count, the use counts and a phase shift are changed
+    GlonassSlotTable& glonassSlotTable;  // sorted in place
 };
 
 // Writes the whole header, with `interval` in seconds for "INTERVAL", and sets `headerDone`. While

@@ -27,7 +27,6 @@ inline constexpr double carrierNavicL5 = hertzPerMegahertz * 1176.45;
 inline constexpr double carrierNavicS = hertzPerMegahertz * 2492.028;
 inline constexpr double carrierGlonassCdmaL1 = hertzPerMegahertz * 1600.995;
 inline constexpr double carrierGlonassCdmaL2 = hertzPerMegahertz * 1248.06;
-inline constexpr double carrierGlonassCdmaL3 = hertzPerMegahertz * 1202.025;
 
 // GLONASS carriers in MHz. `channel` is the frequency channel, -7 to 6 in a sound log.
 constexpr double glonassL1Megahertz(int channel) {
@@ -37,6 +36,7 @@ constexpr double glonassL2Megahertz(int channel) {
     return channel * 0.4375 + 1246.0;
 }
 inline constexpr double glonassL3Megahertz = 1202.025;
+inline constexpr double carrierGlonassCdmaL3 = hertzPerMegahertz * glonassL3Megahertz;
 
 // Units of the full range fields, seconds per count (receiver's format).
 inline constexpr double rangeUnitGps = 1e-11;

@@ -5,8 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "run/run_options.h"
-
 namespace orbconv {
 
 enum class Constellation : std::uint8_t { gps, glonass, galileo, qzss, beidou, navic, sbas, glonassCdma };
@@ -22,12 +20,6 @@ inline constexpr PerConstellation<char> systemLetters = {'G', 'R', 'E', 'J', 'C'
 
 constexpr std::size_t indexOf(Constellation constellation) {
     return static_cast<std::size_t>(constellation);
-}
-
-constexpr PerConstellation<bool> includedConstellations(const RunOptions& options) {
-    return {options.includeGps,  options.includeGlonass,    options.includeGalileo,
-            options.includeQzss, options.includeBeidou,     options.includeNavic,
-            options.includeSbas, options.includeGlonassCdma};
 }
 
 }  // namespace orbconv

@@ -95,20 +95,20 @@ constexpr std::array<MixedSort, 5> mixedSorts = {{
 
 void writeNavigation(RunState& state, const std::string& baseName) {
     const NavFileTables tables{.rinexVersion = state.options.rinexVersion,
-                               .stamp = state.stamp,
+                               .runStamp = state.runStamp,
                                .satelliteSystemLetter = state.presence.satelliteSystemLetter(),
                                .navigation = state.navigation};
     if (!isRinex4(state.options.rinexVersion)) {
         for (const NavFileRow& row : navFileRows) {
             if (state.options.*(row.include)) {
-                OutputFile file(outputName(baseName, state.stamp, row.letter));
+                OutputFile file(outputName(baseName, state.runStamp, row.letter));
                 row.sortTable(state.navigation);
                 row.write(file.writer(), tables);
             }
         }
         return;
     }
-    OutputFile file(outputName(baseName, state.stamp, 'p'));
+    OutputFile file(outputName(baseName, state.runStamp, 'p'));
     for (const MixedSort& row : mixedSorts) {
         if (state.options.*(row.include)) {
             row.sortTable(state.navigation);
@@ -126,10 +126,9 @@ int convertLog(RunState& state, const CommandLine& commandLine) {
     report("Conversion in progress");
     {
         LogStream log(file);
-        surveyPass(log, state);
+        surveyPass(log, surveyTables(state));
     }
-    state.stamp = currentStamp();
-    state.surveying = false;
+    state.runStamp = currentStamp();
     state.survey.signalUseCount = {};
     sortSignalSatelliteLists(state.survey);
 
@@ -140,9 +139,9 @@ int convertLog(RunState& state, const CommandLine& commandLine) {
     LogStream log(again);
     const std::string baseName = outputBaseName(state.options.inputFileName);
     {
-        OutputFile observations(outputName(baseName, state.stamp, 'o'));
+        OutputFile observations(outputName(baseName, state.runStamp, 'o'));
         report("Preparing Observation data");
-        writingPass(observations.writer(), log, state);
+        writingPass(observations.writer(), log, writingTables(state));
     }
     report("Preparing Navigation data");
     writeNavigation(state, baseName);
@@ -159,8 +158,8 @@ std::string outputBaseName(const std::string& inputFileName) {
     return inputFileName.substr(0, inputFileName.size() - cutCharacters);
 }
 
-std::string outputName(const std::string& baseName, const RunStamp& stamp, char letter) {
-    return baseName + "." + std::to_string(stamp.year - 2000) + letter;
+std::string outputName(const std::string& baseName, const RunStamp& runStamp, char letter) {
+    return baseName + "." + std::to_string(runStamp.year - 2000) + letter;
 }
 
 int convert(int argc, const char* const* argv) {
@@ -179,7 +178,8 @@ int convert(int argc, const char* const* argv) {
     try {
         return convertLog(*state, commandLine);
     } catch (const char* text) {
-        // What a pass throws for a fault that ends the run. Any other exception passes through.
+        // The way for a fault to end the run with a text; nothing throws one today. Any other exception
+        // passes through.
         report(text);
         return exitFailure;
     }

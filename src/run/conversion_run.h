@@ -11,9 +11,8 @@ namespace orbconv {
 // cannot be cut and the failures that the passes know leave as exceptions.
 int convert(int argc, const char* const* argv);
 
-// The name of an output file: the base, a dot, the year of the run without its century, and the file's
-// letter.
-std::string outputName(const std::string& baseName, const RunStamp& stamp, char letter);
+// The name of an output file: the base, a dot, the year of the run less 2000, and the file's letter.
+std::string outputName(const std::string& baseName, const RunStamp& runStamp, char letter);
 
 // The input's name without its last four characters, whatever these are. A shorter name throws
 // std::out_of_range.

@@ -132,7 +132,7 @@ protected:
             const std::size_t c = rowOf(system);
             for (std::size_t band = 0; band < 6; ++band) {
                 ASSERT_EQ(survey.signalUseCount[c][band], model->useCounts[c][band]) << c << " " << band;
-                expectSameList(survey.signalSatellites[c][band], model->signalLists[c][band]);
+                expectSameList(survey.signalSatelliteList[c][band], model->signalLists[c][band]);
                 expectSameList(survey.phaseShiftSatellites[c][band], model->shiftLists[c][band]);
                 ASSERT_FALSE(HasFatalFailure()) << "epoch " << epoch << ", " << c << " " << band;
             }

@@ -127,7 +127,7 @@ TEST_F(BeidouCodes, Band5_SlotsBehindTheCodeAreWrittenAgainByEverySatellite) {
 }
 
 TEST_F(BeidouCodes, BandL_NumbersTo116HaveASecondPhase) {
-    for (const int inside : {1, 6, 58, 59, 116}) {
+    for (const int inside : {0, 1, 6, 58, 59, 116}) {
         EXPECT_EQ(groupOf("Fl", inside), "C1X L1X D1X S1X L1X") << inside;
     }
     for (const int outside : {117, 255}) {

@@ -73,32 +73,22 @@ TEST(EpochStoreLayout, StoreStartsZeroed) {
     }
 }
 
-TEST(EpochStoreUse, ReachesAsFarAsTheLastRecordEverHandedOut) {
+TEST(EpochStoreUse, ReachesAsFarAsTheLastRecordEverGivenToBeWritten) {
     orbconv::EpochStore store;
     EXPECT_TRUE(store.usedRecords(Constellation::galileo).empty());
-    EXPECT_NE(store.claimable(Constellation::galileo, 4), nullptr);
+    EXPECT_EQ(store.useFirst(Constellation::galileo, 5).size(), 5U);
     EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 5U);
-    EXPECT_NE(store.writable(Constellation::galileo, 1), nullptr);
+    EXPECT_EQ(store.useFirst(Constellation::galileo, 2).size(), 2U);
     EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 5U);
-    EXPECT_EQ(store.claimable(Constellation::galileo, 37), nullptr);
+    EXPECT_TRUE(store.useFirst(Constellation::galileo, 0).empty());
     clearEpochRecords(store);
     EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 5U);
     EXPECT_TRUE(store.usedRecords(Constellation::gps).empty());
 }
 
-TEST(EpochStoreUse, SeveralRecordsAtOnceEndWithTheArray) {
+TEST(EpochStoreUse, AClearReachesTheLastRecordThatItMay) {
     orbconv::EpochStore store;
-    EXPECT_EQ(store.claimableFirst(Constellation::gps, 3).size(), 3U);
-    EXPECT_EQ(store.usedRecords(Constellation::gps).size(), 3U);
-    EXPECT_EQ(store.writableFirst(Constellation::gps, 180).size(), 32U);
-    EXPECT_EQ(store.usedRecords(Constellation::gps).size(), 32U);
-    EXPECT_EQ(store.usedRecords(Constellation::gps).data(), store.all.data());
-}
-
-TEST(EpochStoreUse, OneWhoMayWriteAllHasAllCleared) {
-    orbconv::EpochStore store;
-    const auto records = store.records(Constellation::galileo);
-    EXPECT_EQ(store.usedRecords(Constellation::galileo).size(), 37U);
+    const auto records = store.useFirst(Constellation::galileo, 37);
     records[29] = filledRecord();
     records[30] = filledRecord();
     clearEpochRecords(store);
@@ -195,7 +185,7 @@ TEST(ClearRecord, LeavesNamesDigitsSlotAndColumnBytes) {
 TEST_F(EpochStore, ClearStopsBehindIndex29InEveryArray) {
     for (const Constellation constellation : everyConstellation) {
         for (std::size_t i = 0; i < store.records(constellation).size(); ++i) {
-            preset(constellation, i) = filledRecord();
+            record(constellation, i) = filledRecord();
         }
     }
     clearEpochRecords(store);

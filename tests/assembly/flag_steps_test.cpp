@@ -19,7 +19,7 @@ using enum testsupport::Constellation;
 class FlagSteps : public testsupport::AssemblyTest {
 protected:
     orbconv::SatelliteNumbers& signalList(Constellation system, std::size_t band) {
-        return survey.signalSatellites[rowOf(system)][band];
+        return survey.signalSatelliteList[rowOf(system)][band];
     }
     orbconv::SatelliteNumbers& shiftList(Constellation system, std::size_t band) {
         return survey.phaseShiftSatellites[rowOf(system)][band];
@@ -209,7 +209,7 @@ TEST_P(FlagNotes, CountThePresentSignals) {
 TEST_P(FlagNotes, ListTheSatellitesOfTheSignalInTheOrderMet) {
     run();
     const bool bySlot = GetParam().system == glonass;
-    expectOnlyList(survey.signalSatellites,
+    expectOnlyList(survey.signalSatelliteList,
                    bySlot ? std::vector<std::int32_t>{21, 23} : std::vector<std::int32_t>{11, 13});
 }
 
@@ -226,7 +226,7 @@ TEST_P(FlagNotes, AreNotedInTheSurveyPassOnly) {
     put(GetParam().id, {0x40});
     assemble();
     EXPECT_EQ(survey.signalUseCount, orbconv::SignalSurvey{}.signalUseCount);
-    expectOnlyList(survey.signalSatellites, {});
+    expectOnlyList(survey.signalSatelliteList, {});
     expectOnlyList(survey.phaseShiftSatellites, {});
 }
 

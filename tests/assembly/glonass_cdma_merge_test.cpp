@@ -55,10 +55,10 @@ TEST_F(GlonassCdmaMerge, CodesGoBehindThoseOfGlonassEmptyOnesToo) {
 }
 
 TEST_F(GlonassCdmaMerge, ListsGoBehindTheSixBandsOfGlonass) {
-    auto& lists = survey.signalSatellites[rowOf(glonass)];
+    auto& lists = survey.signalSatelliteList[rowOf(glonass)];
     lists.fill({21, 22});
     for (std::size_t band = 0; band < 6; ++band) {
-        survey.signalSatellites[rowOf(glonassCdma)][band] = {static_cast<std::int32_t>(band) + 1, 30};
+        survey.signalSatelliteList[rowOf(glonassCdma)][band] = {static_cast<std::int32_t>(band) + 1, 30};
     }
     merge();
     for (std::size_t band = 0; band < 6; ++band) {

@@ -20,7 +20,7 @@ constexpr std::array surveyed = {Constellation::gps, Constellation::glonass, Con
 // Everything that the survey collects.
 void expectSameTables(const SignalSurvey& a, const SignalSurvey& b) {
     EXPECT_EQ(a.obsCodeList, b.obsCodeList);
-    EXPECT_EQ(a.signalSatellites, b.signalSatellites);
+    EXPECT_EQ(a.signalSatelliteList, b.signalSatelliteList);
     EXPECT_EQ(a.phaseShiftSatellites, b.phaseShiftSatellites);
     EXPECT_EQ(a.signalUseCount, b.signalUseCount);
 }

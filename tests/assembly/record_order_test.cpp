@@ -313,7 +313,7 @@ TEST_F(RecordOrder, SurveyListsAreThoseOfTheExchangeSort) {
          {std::pair{gps, 32U}, {navic, 32U}, {glonass, 32U}, {galileo, 37U}, {beidou, 61U}}) {
         for (int round = 0; round < 60; ++round) {
             for (std::size_t band = 0; band < 6; ++band) {
-                auto& numbers = survey.signalSatellites[rowOf(system)][band];
+                auto& numbers = survey.signalSatelliteList[rowOf(system)][band];
                 // Lists fill from the start: any length, then zeros.
                 const auto length = static_cast<std::size_t>(values.between(0, static_cast<int>(entries)));
                 std::vector<Keyed> expected(entries);
@@ -336,7 +336,7 @@ TEST_F(RecordOrder, SurveySortLeavesOtherListsAlone) {
     const orbconv::SatelliteNumbers descending = {3, 2, 1};
     for (std::size_t system = 0; system < 8; ++system) {
         survey.allSatelliteList[system] = descending;
-        survey.signalSatellites[system].fill(descending);
+        survey.signalSatelliteList[system].fill(descending);
         survey.phaseShiftSatellites[system].fill(descending);
     }
     orbconv::sortSignalSatelliteLists(survey);
@@ -344,7 +344,7 @@ TEST_F(RecordOrder, SurveySortLeavesOtherListsAlone) {
     for (const Constellation system : testsupport::everyConstellation) {
         const bool sorted = system != qzss && system != sbas && system != glonassCdma;
         for (std::size_t band = 0; band < 12; ++band) {
-            EXPECT_EQ(survey.signalSatellites[rowOf(system)][band],
+            EXPECT_EQ(survey.signalSatelliteList[rowOf(system)][band],
                       sorted && band < 6 ? ascending : descending);
         }
         EXPECT_EQ(survey.allSatelliteList[rowOf(system)], descending);

@@ -118,6 +118,12 @@ TEST_P(FlagCodes, AreEnteredForTheVersionsOfTheSignal) {
     }
 }
 
+TEST(ObsCodes, PutTheKindAheadOfTheSignal) {
+    EXPECT_EQ(orbconv::obsCodesOf(gps, "2W"), (orbconv::ObsCodes{"C2W", "L2W", "D2W", "S2W"}));
+    EXPECT_EQ(orbconv::obsCodesOf(galileo, orbconv::noSignal), orbconv::ObsCodes{});
+    EXPECT_EQ(orbconv::obsCodesOf(navic, orbconv::noSignal), (orbconv::ObsCodes{"nan", "nan", "nan", "nan"}));
+}
+
 TEST_P(FlagCodes, ReachNoOtherConstellation) {
     for (const double version : everyVersion) {
         stageFlag(version, 0x40);

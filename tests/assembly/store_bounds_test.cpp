@@ -14,11 +14,12 @@ TEST(StoreBounds, NoRecordIsHandedOutBehindTheLast) {
     for (const testsupport::Constellation system : testsupport::everyConstellation) {
         const std::size_t capacity = capacities[testsupport::rowOf(system)];
         ASSERT_EQ(store->records(system).size(), capacity);
-        for (const std::size_t position : {capacity, capacity + 1, std::size_t{179}}) {
-            EXPECT_EQ(store->claimable(system, position), nullptr) << position;
-            EXPECT_EQ(store->writable(system, position), nullptr) << position;
+        for (const std::size_t count : {capacity, capacity + 1, std::size_t{180}}) {
+            const auto records = store->useFirst(system, count);
+            EXPECT_EQ(records.size(), capacity) << count;
+            EXPECT_EQ(records.data(), store->records(system).data());
+            EXPECT_EQ(store->usedRecords(system).size(), capacity);
         }
-        EXPECT_EQ(store->writable(system, capacity - 1), &store->records(system).back());
     }
 }
 

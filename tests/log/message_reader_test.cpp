@@ -46,7 +46,10 @@ struct Row {
 
 // As a name that can stand anywhere.
 std::string nameOf(std::string_view id) {
-    return id == "~~" ? "TildeTilde" : id == "==" ? "EqualsEquals" : std::string(id);
+    return id == "~~"   ? "TildeTilde"
+           : id == "==" ? "EqualsEquals"
+           : id == ">>" ? "ArrowArrow"
+                        : std::string(id);
 }
 
 void PrintTo(const Row& row, std::ostream* out) {
@@ -59,7 +62,7 @@ constexpr auto format = std::to_array<Row>({
     {"AI", Kind::whole, 108},     {"UO", Kind::whole, 32},   {"IO", Kind::whole, 40},      {"NU", Kind::whole, 32},
     {"EN", Kind::whole, 160},     {"EU", Kind::whole, 48},   {"CU", Kind::whole, 32},      {"CI", Kind::whole, 40},
     {"II", Kind::whole, 40},      {"IU", Kind::whole, 32},   {"IE", Kind::whole, 432},
-    {"KV", Kind::wholeText, 96},  {"TD", Kind::wholeText, 304}, {"MF", Kind::wholeText, 24},
+    {"KV", Kind::wholeText, 96},  {"TD", Kind::wholeText, 304}, {"MF", Kind::wholeText, 24},  {">>", Kind::wholeText, 0},
     {"ST", Kind::whole, 8},       {"DP", Kind::whole, 24},   {"DO", Kind::whole, 24},      {"NA", Kind::whole, 304},
     {"WE", Kind::whole, 304},     {"WA", Kind::whole, 304},  {"WU", Kind::whole, 304},     {"EA", Kind::whole, 304},
     {"QE", Kind::whole, 304},     {"QA", Kind::whole, 304},  {"QU", Kind::whole, 32},     {"QI", Kind::whole, 48},

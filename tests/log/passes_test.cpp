@@ -199,10 +199,10 @@ TEST(WritingPass, KvMessageClearsTheFirst30RecordsOfEveryArray) {
     Passes passes;
     orbconv::EpochStore& store = passes.state->store;
     for (std::size_t c = 0; c < orbconv::constellationCount; ++c) {
-        for (std::size_t i = 0; i < orbconv::storeCapacity[c]; ++i) {
-            orbconv::SatEpochRecord* const record = store.writable(static_cast<orbconv::Constellation>(c), i);
-            ASSERT_NE(record, nullptr);
-            record->number = 9;
+        const auto records =
+            store.useFirst(static_cast<orbconv::Constellation>(c), orbconv::storeCapacity[c]);
+        for (orbconv::SatEpochRecord& record : records) {
+            record.number = 9;
         }
     }
     passes.write(LogBuilder().kv("").bytes());

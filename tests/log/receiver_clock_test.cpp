@@ -25,7 +25,9 @@ std::array<float, 7> valuesOf(const ClockReading& clock) {
 std::array<float, 7> clockAt(const LogBuilder& log) {
     orbconv::MessageStaging staging;
     testsupport::stage(staging, log);
-    return valuesOf(orbconv::clockFromRd(staging));
+    ClockReading clock;
+    orbconv::setClockFromRd(clock, staging);
+    return valuesOf(clock);
 }
 
 std::array<float, 7> clockAtTime(std::uint32_t timeOfDayMs) {

@@ -94,8 +94,12 @@ struct SlotTables {
         }
         return text;
     }
-    [[nodiscard]] std::span<orbconv::SatEpochRecord> records() const {
+    [[nodiscard]] std::span<const orbconv::SatEpochRecord> records() const {
         return store->records(Constellation::glonass);
+    }
+    // The same, to be filled by a test.
+    orbconv::SatEpochRecord& preset(std::size_t i) {
+        return store->useFirst(Constellation::glonass, i + 1)[i];
     }
     // The first records as "channel:slot" texts.
     [[nodiscard]] std::string firstRecords(std::size_t count) const {
@@ -313,8 +317,8 @@ TEST(NnMessage, PassesOverGlonassSatellitesBehindIts24thByte) {
 
 TEST(NnMessage, ClaimsFreeRecordsAndKeepsThoseOfOtherSatellites) {
     SlotTables tables;
-    tables.records()[0].number = 2;
-    tables.records()[1].number = -5;
+    tables.preset(0).number = 2;
+    tables.preset(1).number = -5;
     tables.nn(glonass({2, 3, -4}), {10, 11, 12});
     EXPECT_EQ(tables.firstRecords(4), "2:10 -5:0 -4:12 0:0 ");
 }

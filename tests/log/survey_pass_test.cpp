@@ -56,7 +56,7 @@ Passes surveyed(const LogBuilder& log, const RunOptions& options = {}) {
 }
 
 Numbers firstSignalList(const LogBuilder& log) {
-    return listed(surveyed(log).state->survey.signalSatellites[0][0]);
+    return listed(surveyed(log).state->survey.signalSatelliteList[0][0]);
 }
 
 std::int32_t satelliteTotal(const LogBuilder& log, const RunOptions& options = {}) {
@@ -211,15 +211,15 @@ TEST(PassDispatch, TimeOfDayIsZeroAtTheStartOfEachPass) {
 TEST(PassDispatch, GlonassSlotsActAtNnInTheSurveyPassAndAtTdInTheWritingPass) {
     LogBuilder log;
     log.sx({{SystemCode::glonass, 1}}).nn({12});
-    EXPECT_EQ(surveyed(log).state->glonassSlots.count, 1);
+    EXPECT_EQ(surveyed(log).state->glonassSlotTable.count, 1);
     Passes passes;
     passes.write(log.bytes());
-    EXPECT_EQ(passes.state->glonassSlots.count, 0);
+    EXPECT_EQ(passes.state->glonassSlotTable.count, 0);
     passes.write(log.td().bytes());
-    EXPECT_EQ(passes.state->glonassSlots.count, 1);
+    EXPECT_EQ(passes.state->glonassSlotTable.count, 1);
 
     log.clear().nn({12}).sx({{SystemCode::glonass, 1}}).td();
-    EXPECT_EQ(surveyed(log).state->glonassSlots.count, 0);
+    EXPECT_EQ(surveyed(log).state->glonassSlotTable.count, 0);
 }
 
 TEST(PassDispatch, TdRunsOnlyTheFlagStepsInTheSurveyPass) {
@@ -264,7 +264,7 @@ TEST(SurveyPass, ExcludedConstellationHasNoSignals) {
     epoch(log, gps(5, 6));
     const Passes passes = surveyed(log, options);
     EXPECT_TRUE(passes.state->survey.codes(Constellation::gps)[0].empty());
-    EXPECT_EQ(listed(passes.state->survey.signalSatellites[0][0]), Numbers{});
+    EXPECT_EQ(listed(passes.state->survey.signalSatelliteList[0][0]), Numbers{});
     EXPECT_EQ(passes.state->survey.satelliteTotal, 0);
 }
 
@@ -282,7 +282,7 @@ TEST(SatelliteTotal, LeavesOutSatellitesWithoutTheFirstSignal) {
     log.sx(gps(5, 6)).flags(Band::c, {0x40, 0xFFBF}).flags(Band::b1, {0x40, 0x40}).td();
     const Passes passes = surveyed(log);
     EXPECT_EQ(passes.state->survey.satelliteTotal, 1);
-    EXPECT_EQ(listed(passes.state->survey.signalSatellites[0][1]), (Numbers{5, 6}));
+    EXPECT_EQ(listed(passes.state->survey.signalSatelliteList[0][1]), (Numbers{5, 6}));
 }
 
 TEST(SatelliteTotal, CountsGlonassByKnownAndUnknownSlots) {
@@ -313,7 +313,6 @@ TEST(ClosedObservationFile, LetsTheWritingPassReadAndAssemble) {
     Passes passes = surveyed(log.antennaType("ANT"));
     passes.writeNowhere(log.bytes());
     const orbconv::RunState& state = *passes.state;
-    EXPECT_FALSE(state.headerDone);
     EXPECT_EQ(state.receiver.antennaType, "ANT");
     // Nothing was written, so nothing was cleared and the clock was not moved on.
     EXPECT_EQ(state.store.records(Constellation::gps)[0].number, 5);

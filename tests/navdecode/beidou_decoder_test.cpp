@@ -88,7 +88,7 @@ TEST(BeidouEphemeris, AccuracyIsInMetres) {
 }
 
 TEST(BeidouEphemeris, DateTimeOfDayAndTimeBaseAreSet) {
-    const RecordEpoch epoch = firstOf(LogBuilder().rd(2024, 3, 5, 1).cn152({.kepler = {.toe = 7261}})).epoch;
+    const ClockReading epoch = firstOf(LogBuilder().rd(2024, 3, 5, 1).cn152({.kepler = {.toe = 7261}})).epoch;
     EXPECT_EQ(epoch.month, 3.0F);
     EXPECT_EQ(epoch.hour, 2.0F);
     EXPECT_EQ(epoch.minute, 1.0F);

@@ -60,7 +60,7 @@ TEST(GalileoEphemeris, AccuracyKeepsTheRawIndex) {
 TEST(GalileoEphemeris, DateTimeOfDayAndTimeBaseAreSet) {
     NavSurvey survey;
     survey.feed(LogBuilder().rd(2024, 3, 5, 3).en({.kepler = {.toe = 7261}}));
-    const RecordEpoch& epoch = survey.tables().galileo.slots.at(0).epoch;
+    const ClockReading& epoch = survey.tables().galileo.slots.at(0).epoch;
     EXPECT_EQ(epoch.day, 5.0F);
     EXPECT_EQ(epoch.hour, 2.0F);
     EXPECT_EQ(epoch.second, 1.0F);

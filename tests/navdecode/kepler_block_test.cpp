@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
-
 #include "support/nav_survey.h"
 
 namespace {
@@ -18,51 +15,51 @@ using testsupport::NavSurvey;
 constexpr double exactPi = 3.141592653589793;
 
 // What one `IE` with these 122 bytes leaves in the NavIC table.
-KeplerElements decodedBytes(const std::string& body) {
+KeplerBlock decodedBytes(const std::string& body) {
     NavSurvey survey;
     survey.feed(LogBuilder().message("IE", body));
     return survey.tables().navic.slots.at(0).kepler;
 }
 
-KeplerElements decoded(const samplelog::KeplerBlock& block) {
+KeplerBlock decoded(const samplelog::KeplerBlock& block) {
     NavSurvey survey;
     survey.feed(LogBuilder().ie(block));
     return survey.tables().navic.slots.at(0).kepler;
 }
 
-using FieldRow = testsupport::WireField<KeplerElements>;
+using FieldRow = testsupport::WireField<KeplerBlock>;
 
 // clang-format off
 const FieldRow fieldRows[] = {
-    {"sv",         0, 1, 0x12,              [](const KeplerElements& k) -> double { return k.sv; },       18},
-    {"tot",        1, 4, 0x12345678,        [](const KeplerElements& k) -> double { return k.tot; },      305419896},
-    {"flags",      5, 1, 0xA6,              [](const KeplerElements& k) -> double { return k.l2Flags; },  166},
-    {"iodc",       6, 2, 0x0123,            [](const KeplerElements& k) -> double { return k.iodc; },     291},
-    {"toc",        8, 4, 0x12345678,        [](const KeplerElements& k) -> double { return k.toc; },      305419896},
-    {"uraIndex",  12, 1, 0x0F,              [](const KeplerElements& k) -> double { return k.accuracy; }, 8192},
-    {"health",    13, 1, 0x3F,              [](const KeplerElements& k) -> double { return k.health; },   63},
-    {"week",      14, 2, 0x0100,            [](const KeplerElements& k) -> double { return k.week; },     256 + 2048},
-    {"tgd",       16, 4, bitsOf(1.5F),      [](const KeplerElements& k) -> double { return k.tgd; },      1.5},
-    {"af2",       20, 4, bitsOf(2.5F),      [](const KeplerElements& k) -> double { return k.af2; },      2.5},
-    {"af1",       24, 4, bitsOf(3.5F),      [](const KeplerElements& k) -> double { return k.af1; },      3.5},
-    {"af0",       28, 4, bitsOf(4.5F),      [](const KeplerElements& k) -> double { return k.af0; },      4.5},
-    {"toe",       32, 4, 0x12345678,        [](const KeplerElements& k) -> double { return k.toe; },      305419896},
-    {"iode",      36, 2, 0x0123,            [](const KeplerElements& k) -> double { return k.iode; },     291},
-    {"sqrtA",     38, 8, bitsOf(5153.0625), [](const KeplerElements& k) -> double { return k.sqrtA; },    5153.0625},
-    {"e",         46, 8, bitsOf(0.015625),  [](const KeplerElements& k) -> double { return k.e; },        0.015625},
-    {"M0",        54, 8, bitsOf(0.1),       [](const KeplerElements& k) -> double { return k.M0; },       0.1 * exactPi},
-    {"Omega0",    62, 8, bitsOf(0.2),       [](const KeplerElements& k) -> double { return k.Omega0; },   0.2 * exactPi},
-    {"i0",        70, 8, bitsOf(0.3),       [](const KeplerElements& k) -> double { return k.i0; },       0.3 * exactPi},
-    {"omega",     78, 8, bitsOf(0.7),       [](const KeplerElements& k) -> double { return k.omega; },    0.7 * exactPi},
-    {"deltaN",    86, 4, bitsOf(1.0F),      [](const KeplerElements& k) -> double { return k.deltaN; },   3.1415927410125732},
-    {"OmegaDot",  90, 4, bitsOf(0.5F),      [](const KeplerElements& k) -> double { return k.OmegaDot; }, 1.5707963705062866},
-    {"IDOT",      94, 4, bitsOf(0.25F),     [](const KeplerElements& k) -> double { return k.IDOT; },     0.7853981852531433},
-    {"Crc",       98, 4, bitsOf(5.5F),      [](const KeplerElements& k) -> double { return k.Crc; },      5.5},
-    {"Crs",      102, 4, bitsOf(6.5F),      [](const KeplerElements& k) -> double { return k.Crs; },      6.5},
-    {"Cuc",      106, 4, bitsOf(7.5F),      [](const KeplerElements& k) -> double { return k.Cuc; },      7.5},
-    {"Cus",      110, 4, bitsOf(8.5F),      [](const KeplerElements& k) -> double { return k.Cus; },      8.5},
-    {"Cic",      114, 4, bitsOf(9.5F),      [](const KeplerElements& k) -> double { return k.Cic; },      9.5},
-    {"Cis",      118, 4, bitsOf(10.5F),     [](const KeplerElements& k) -> double { return k.Cis; },      10.5},
+    {"sv",         0, 1, 0x12,              [](const KeplerBlock& k) -> double { return k.sv; },       18},
+    {"tot",        1, 4, 0x12345678,        [](const KeplerBlock& k) -> double { return k.tot; },      305419896},
+    {"flags",      5, 1, 0xA6,              [](const KeplerBlock& k) -> double { return k.l2Flags; },  166},
+    {"iodc",       6, 2, 0x0123,            [](const KeplerBlock& k) -> double { return k.iodc; },     291},
+    {"toc",        8, 4, 0x12345678,        [](const KeplerBlock& k) -> double { return k.toc; },      305419896},
+    {"uraIndex",  12, 1, 0x0F,              [](const KeplerBlock& k) -> double { return k.accuracy; }, 8192},
+    {"health",    13, 1, 0x3F,              [](const KeplerBlock& k) -> double { return k.health; },   63},
+    {"week",      14, 2, 0x0100,            [](const KeplerBlock& k) -> double { return k.week; },     256 + 2048},
+    {"tgd",       16, 4, bitsOf(1.5F),      [](const KeplerBlock& k) -> double { return k.tgd; },      1.5},
+    {"af2",       20, 4, bitsOf(2.5F),      [](const KeplerBlock& k) -> double { return k.af2; },      2.5},
+    {"af1",       24, 4, bitsOf(3.5F),      [](const KeplerBlock& k) -> double { return k.af1; },      3.5},
+    {"af0",       28, 4, bitsOf(4.5F),      [](const KeplerBlock& k) -> double { return k.af0; },      4.5},
+    {"toe",       32, 4, 0x12345678,        [](const KeplerBlock& k) -> double { return k.toe; },      305419896},
+    {"iode",      36, 2, 0x0123,            [](const KeplerBlock& k) -> double { return k.iode; },     291},
+    {"sqrtA",     38, 8, bitsOf(5153.0625), [](const KeplerBlock& k) -> double { return k.sqrtA; },    5153.0625},
+    {"e",         46, 8, bitsOf(0.015625),  [](const KeplerBlock& k) -> double { return k.e; },        0.015625},
+    {"M0",        54, 8, bitsOf(0.1),       [](const KeplerBlock& k) -> double { return k.M0; },       0.1 * exactPi},
+    {"Omega0",    62, 8, bitsOf(0.2),       [](const KeplerBlock& k) -> double { return k.Omega0; },   0.2 * exactPi},
+    {"i0",        70, 8, bitsOf(0.3),       [](const KeplerBlock& k) -> double { return k.i0; },       0.3 * exactPi},
+    {"omega",     78, 8, bitsOf(0.7),       [](const KeplerBlock& k) -> double { return k.omega; },    0.7 * exactPi},
+    {"deltaN",    86, 4, bitsOf(1.0F),      [](const KeplerBlock& k) -> double { return k.deltaN; },   3.1415927410125732},
+    {"OmegaDot",  90, 4, bitsOf(0.5F),      [](const KeplerBlock& k) -> double { return k.OmegaDot; }, 1.5707963705062866},
+    {"IDOT",      94, 4, bitsOf(0.25F),     [](const KeplerBlock& k) -> double { return k.IDOT; },     0.7853981852531433},
+    {"Crc",       98, 4, bitsOf(5.5F),      [](const KeplerBlock& k) -> double { return k.Crc; },      5.5},
+    {"Crs",      102, 4, bitsOf(6.5F),      [](const KeplerBlock& k) -> double { return k.Crs; },      6.5},
+    {"Cuc",      106, 4, bitsOf(7.5F),      [](const KeplerBlock& k) -> double { return k.Cuc; },      7.5},
+    {"Cus",      110, 4, bitsOf(8.5F),      [](const KeplerBlock& k) -> double { return k.Cus; },      8.5},
+    {"Cic",      114, 4, bitsOf(9.5F),      [](const KeplerBlock& k) -> double { return k.Cic; },      9.5},
+    {"Cis",      118, 4, bitsOf(10.5F),     [](const KeplerBlock& k) -> double { return k.Cis; },      10.5},
 };
 // clang-format on
 
@@ -89,7 +86,7 @@ TEST(KeplerBlock, HealthIsUnsigned) {
 }
 
 TEST(KeplerBlock, TocAndToeAreSigned) {
-    const KeplerElements kepler = decoded({.toc = -5, .toe = -6});
+    const KeplerBlock kepler = decoded({.toc = -5, .toe = -6});
     EXPECT_EQ(kepler.toc, -5);
     EXPECT_EQ(kepler.toe, -6);
 }
@@ -105,7 +102,7 @@ TEST(KeplerBlock, DoubleAnglesAreMultipliedInDouble) {
 
 // 0.3F and 0.6F in single precision times pi in single precision would end in another last bit.
 TEST(KeplerBlock, SingleAnglesAreWidenedMultipliedAndNarrowed) {
-    const KeplerElements kepler = decoded({.deltaN = 0.3F, .OmegaDot = 1.1F, .IDOT = 0.6F});
+    const KeplerBlock kepler = decoded({.deltaN = 0.3F, .OmegaDot = 1.1F, .IDOT = 0.6F});
     EXPECT_EQ(kepler.deltaN, 0.942477822303772F);
     EXPECT_EQ(kepler.OmegaDot, 3.455751895904541F);
     EXPECT_EQ(kepler.IDOT, 1.884955644607544F);
@@ -114,13 +111,6 @@ TEST(KeplerBlock, SingleAnglesAreWidenedMultipliedAndNarrowed) {
 
 TEST(KeplerBlock, HarmonicTermsAreNotScaled) {
     EXPECT_EQ(decoded({.Cus = 1.0e-6F}).Cus, 1.0e-6F);
-}
-
-TEST(OffsetWeek, IsKeptIn16Bits) {
-    EXPECT_EQ(offsetWeek(300, 2048), 2348);
-    EXPECT_EQ(offsetWeek(-1, 2048), 2047);
-    EXPECT_EQ(offsetWeek(32767, 2048), -30721);
-    EXPECT_EQ(offsetWeek(900, 0), 900);
 }
 
 struct AccuracyRow {
@@ -148,54 +138,5 @@ INSTANTIATE_TEST_SUITE_P(Above15_TheIndexItself, Accuracy,
 INSTANTIATE_TEST_SUITE_P(Negative_TruncatesTowardZero, Accuracy,
                          testing::Values(AccuracyRow{-1, 2}, AccuracyRow{-2, 1}, AccuracyRow{-3, 1},
                                          AccuracyRow{-4, 0}, AccuracyRow{-5, 0}, AccuracyRow{-128, 0}));
-
-struct TimeOfDayRow {
-    std::int32_t toe;
-    float hour;
-    float minute;
-    float second;
-};
-
-class TimeOfDay : public testing::TestWithParam<TimeOfDayRow> {};
-
-TEST_P(TimeOfDay, IsThatOfToe) {
-    RecordEpoch epoch{};
-    setTimeOfDay(epoch, GetParam().toe);
-    EXPECT_EQ(epoch.hour, GetParam().hour);
-    EXPECT_EQ(epoch.minute, GetParam().minute);
-    EXPECT_EQ(epoch.second, GetParam().second);
-}
-
-INSTANTIATE_TEST_SUITE_P(WithinTheDay, TimeOfDay,
-                         testing::Values(TimeOfDayRow{0, 0, 0, 0}, TimeOfDayRow{59, 0, 0, 59},
-                                         TimeOfDayRow{60, 0, 1, 0}, TimeOfDayRow{3599, 0, 59, 59},
-                                         TimeOfDayRow{3600, 1, 0, 0}, TimeOfDayRow{7261, 2, 1, 1},
-                                         TimeOfDayRow{86399, 23, 59, 59}));
-INSTANTIATE_TEST_SUITE_P(DaysAreTakenOff, TimeOfDay,
-                         testing::Values(TimeOfDayRow{86400, 0, 0, 0}, TimeOfDayRow{100000, 3, 46, 40},
-                                         TimeOfDayRow{604784, 23, 59, 44}, TimeOfDayRow{604800, 0, 0, 0}));
-INSTANTIATE_TEST_SUITE_P(NegativeToeTruncatesTowardZero, TimeOfDay,
-                         testing::Values(TimeOfDayRow{-1, 0, 0, -1}, TimeOfDayRow{-3661, -1, -1, -1},
-                                         TimeOfDayRow{-86400, 0, 0, 0},
-                                         TimeOfDayRow{std::numeric_limits<std::int32_t>::min(), -3, -14,
-                                                      -8}));
-
-// An hour or minute of a fraction below zero is an integer zero, without a sign.
-TEST(TimeOfDaySign, FractionBelowZeroIsPlainZero) {
-    RecordEpoch epoch{};
-    setTimeOfDay(epoch, -59);
-    EXPECT_FALSE(std::signbit(epoch.hour));
-    EXPECT_FALSE(std::signbit(epoch.minute));
-    EXPECT_EQ(epoch.second, -59.0F);
-}
-
-TEST(RecordDate, IsThatOfTheEpochClock) {
-    RecordEpoch epoch{};
-    setRecordDate(epoch, {.year = 2024, .month = 3, .day = 5, .hour = 6, .minute = 7, .second = 8});
-    EXPECT_EQ(epoch.year, 2024.0F);
-    EXPECT_EQ(epoch.month, 3.0F);
-    EXPECT_EQ(epoch.day, 5.0F);
-    EXPECT_EQ(epoch.hour, 0.0F);
-}
 
 }  // namespace

@@ -60,7 +60,7 @@ protected:
         survey.feed(LogBuilder().rd(year, month, day, timeBase));
     }
     auto& table() { return System::table(survey); }
-    const KeplerElements& kepler(std::size_t i) { return table().slots.at(i).kepler; }
+    const orbconv::KeplerBlock& kepler(std::size_t i) { return table().slots.at(i).kepler; }
     float year(std::size_t i) { return table().slots.at(i).epoch.year; }
 };
 
@@ -147,7 +147,7 @@ TYPED_TEST(KeplerTable, TablesAreApart) {
 TYPED_TEST(KeplerTable, DateIsThatOfReceptionAndTheTimeOfDayThatOfToe) {
     this->survey.feed(LogBuilder().time(86399000).rd(2024, 3, 5, 1));
     this->add({.toe = 86400 + 3725});
-    const RecordEpoch& epoch = this->table().slots.at(0).epoch;
+    const ClockReading& epoch = this->table().slots.at(0).epoch;
     EXPECT_EQ(epoch.year, 2024.0F);
     EXPECT_EQ(epoch.month, 3.0F);
     EXPECT_EQ(epoch.day, 5.0F);
@@ -173,7 +173,7 @@ TYPED_TEST(KeplerTable, FirstDatedEntryGivesItsDateToThoseBefore) {
     EXPECT_EQ(this->year(0), 0.0F);  // only an entry brings it
     this->add({.toe = 14400});
     for (const std::size_t i : {0U, 1U}) {
-        const RecordEpoch& epoch = this->table().slots.at(i).epoch;
+        const ClockReading& epoch = this->table().slots.at(i).epoch;
         EXPECT_EQ(epoch.year, 2024.0F);
         EXPECT_EQ(epoch.month, 3.0F);
         EXPECT_EQ(epoch.day, 5.0F);
@@ -351,7 +351,7 @@ TYPED_TEST(KeplerTable, ScanOfRandomMessagesIsTheLiteralOne) {
         ASSERT_EQ(table.count, literal.count);
         ASSERT_EQ(view(table,
                        [](const auto& entry) {
-                           const KeplerElements& kepler = entry.kepler;
+                           const orbconv::KeplerBlock& kepler = entry.kepler;
                            return Slot{kepler.sv, kepler.toe, TypeParam::flags(entry), kepler.tot};
                        }),
                   literal.slots);

@@ -91,7 +91,7 @@ TYPED_TEST(TimeOffsets, WeekOffsetIsKeptIn16Bits) {
     EXPECT_EQ(this->record(0).week, TypeParam::weekOffset == 0 ? 65535 : 2047);
 }
 
-TYPED_TEST(TimeOffsets, RecordTakesTheClockAndLeavesTheThirdCoefficient0) {
+TYPED_TEST(TimeOffsets, RecordTakesTheClock) {
     this->survey.feed(LogBuilder().time(3723000).rd(2024, 3, 5, 1));
     this->add({.a0 = 1.0, .a1 = 2.0F});
     ASSERT_EQ(this->count(), 1);
@@ -103,7 +103,6 @@ TYPED_TEST(TimeOffsets, RecordTakesTheClockAndLeavesTheThirdCoefficient0) {
     EXPECT_EQ(stamp.minute, 2.0F);
     EXPECT_EQ(stamp.second, 3.0F);
     EXPECT_EQ(stamp.timeBase, 1.0F);
-    EXPECT_EQ(this->record(0).word, 0U);
 }
 
 TYPED_TEST(TimeOffsets, RepeatOfTheRecordBeforeAddsNothing) {

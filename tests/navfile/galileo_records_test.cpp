@@ -29,7 +29,6 @@ protected:
         added.epoch = testsupport::recordEpoch();
         added.navType = type;
         added.dataSources = 517;
-        added.dataSourceBits = 999;
         added.sisa = 27;
         added.bgdE5a = 28;
         added.bgdE5b = 29;

@@ -52,7 +52,7 @@ BeidouIonoRecord beidouIono(std::int32_t sv, char hourLetter, float first = 1.0F
 }
 
 TimeOffsetRecord offset(double a0, float a1, std::uint64_t tot = 604784, std::uint16_t week = 2348) {
-    return {.a0 = a0, .a1 = a1, .word = 0, .tot = tot, .week = week, .stamp = {}};
+    return {.a0 = a0, .a1 = a1, .tot = tot, .week = week, .stamp = {}};
 }
 
 // ---- the first lines and the last ----

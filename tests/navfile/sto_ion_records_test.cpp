@@ -24,7 +24,7 @@ constexpr EpochClock moment = {
     .year = 2024, .month = 3, .day = 5, .hour = 6, .minute = 7, .second = 8, .timeBase = 0};
 
 TimeOffsetRecord offset(double a0) {
-    return {.a0 = a0, .a1 = -0.25F, .word = 0, .tot = 604784, .week = 2348, .stamp = moment};
+    return {.a0 = a0, .a1 = -0.25F, .tot = 604784, .week = 2348, .stamp = moment};
 }
 
 IonoRecord iono(float first) {

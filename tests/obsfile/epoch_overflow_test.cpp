@@ -33,18 +33,18 @@ struct Values {
     double strength = 0.0;
 };
 
-void setSignal(SatEpochRecord& record, std::size_t slot, const Values& values) {
-    record.signalFlags[slot] = orbconv::signalPresentBit;
-    record.at(ObsRow::pseudorange, slot) = values.pseudorange;
-    record.at(ObsRow::phase, slot) = values.phase;
-    record.at(ObsRow::doppler, slot) = values.doppler;
-    record.at(ObsRow::strength, slot) = values.strength;
-    record.strengthIndex[slot] = values.digit;
+void setSignal(SatEpochRecord& record, std::size_t band, const Values& values) {
+    record.signalFlags[band] = orbconv::signalPresentBit;
+    record.at(ObsRow::pseudorange, band) = values.pseudorange;
+    record.at(ObsRow::phase, band) = values.phase;
+    record.at(ObsRow::doppler, band) = values.doppler;
+    record.at(ObsRow::strength, band) = values.strength;
+    record.strengthIndex[band] = values.digit;
 }
 
-std::string lineOf(const SatEpochRecord& record, std::size_t slots) {
+std::string lineOf(const SatEpochRecord& record, std::size_t bands) {
     return testsupport::written([&](orbconv::TextWriter& out) {
-        orbconv::writeSatelliteLines(out, std::span(&record, 1), 'G', slots, nullptr);
+        orbconv::writeSatelliteLines(out, std::span(&record, 1), 'G', bands, nullptr);
     });
 }
 
@@ -172,24 +172,24 @@ TEST(EpochOverflow, TheLargestDoubleHas309DigitsAheadOfThePoint) {
     EXPECT_TRUE(line.ends_with("4124858368.000           0.000 0         0.000           0.000  ")) << line;
 }
 
-// 30 records of 7 slots of 4 values of 314 characters: more than any buffer of a fixed size holds.
+// 30 records of 7 bands of 4 values of 314 characters: more than any buffer of a fixed size holds.
 TEST(EpochOverflow, AnEpochOfTheLargestValuesIsWrittenWhole) {
     const auto store = std::make_unique<orbconv::EpochStore>();
-    const auto records = store->records(orbconv::Constellation::beidou).first(30);
+    const auto records = store->useFirst(orbconv::Constellation::beidou, 30);
     for (SatEpochRecord& record : records) {
         record.number = 1;
-        for (std::size_t slot = 0; slot < 7; ++slot) {
-            setSignal(record, slot,
+        for (std::size_t band = 0; band < 7; ++band) {
+            setSignal(record, band,
                       {-largest, -largest, std::numeric_limits<std::int32_t>::max(), -largest, -largest});
         }
     }
     const std::string text = testsupport::written(
         [&](orbconv::TextWriter& out) { orbconv::writeSatelliteLines(out, records, 'C', 7, nullptr); });
-    const std::string slot = testsupport::splitLines(text).at(0).substr(3, 4 * 314 + 1 + 10 + 3 + 2);
-    EXPECT_EQ(slot.substr(0, 52), "-179769313486231570814527423731704356798070567525844");
+    const std::string columns = testsupport::splitLines(text).at(0).substr(3, 4 * 314 + 1 + 10 + 3 + 2);
+    EXPECT_EQ(columns.substr(0, 52), "-179769313486231570814527423731704356798070567525844");
     std::string line = "C01";
     for (int i = 0; i < 7; ++i) {
-        line += slot;
+        line += columns;
     }
     line += '\n';
     ASSERT_EQ(text.size(), 30 * line.size());

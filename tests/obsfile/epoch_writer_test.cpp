@@ -1,4 +1,4 @@
-// The epochs of the observation file: the epoch line, the satellite lines, their slots of 64 columns.
+// The epochs of the observation file: the epoch line, the satellite lines, the 64 columns of each band.
 #include "obsfile/epoch_writer.h"
 
 #include <gmock/gmock.h>
@@ -34,7 +34,7 @@ struct Epoch {
         if (indexOf(system) < survey.obsCodeCount.size()) {
             survey.obsCodeCount[indexOf(system)] = 4;
         }
-        SatEpochRecord& record = store.records(system)[index];
+        SatEpochRecord& record = store.useFirst(system, index + 1)[index];
         record.number = number;
         return record;
     }
@@ -64,13 +64,13 @@ protected:
 class EpochLines : public EpochLine {};
 
 // A present signal with the values 1.5 m, 2.25 cycles, -3.125 Hz and 44.75 dB-Hz.
-void makePresent(SatEpochRecord& record, std::size_t slot) {
-    record.signalFlags[slot] = 0x40;
-    record.at(ObsRow::pseudorange, slot) = 1.5;
-    record.at(ObsRow::phase, slot) = 2.25;
-    record.at(ObsRow::doppler, slot) = -3.125;
-    record.at(ObsRow::strength, slot) = 44.75;
-    record.strengthIndex[slot] = 7;
+void makePresent(SatEpochRecord& record, std::size_t band) {
+    record.signalFlags[band] = 0x40;
+    record.at(ObsRow::pseudorange, band) = 1.5;
+    record.at(ObsRow::phase, band) = 2.25;
+    record.at(ObsRow::doppler, band) = -3.125;
+    record.at(ObsRow::strength, band) = 44.75;
+    record.strengthIndex[band] = 7;
 }
 constexpr std::string_view presentSignal = "         1.500           2.250 7        -3.125          44.750  ";
 constexpr std::string_view presentZeros = "         0.000           0.000 0         0.000           0.000  ";
@@ -128,7 +128,7 @@ TEST_F(EpochLine, StandsAloneWithoutSatellites) {
     EXPECT_THAT(epoch.lines(), ElementsAre("> 2024 03 05 01 02  3.0000000  0  0       0.000000000000"));
 }
 
-// ---- the slots of a line ----
+// ---- the bands of a line ----
 
 TEST_F(EpochLines, APresentSignalHasFourValuesAndADigitIn64Columns) {
     SatEpochRecord& record = epoch.satellite(Constellation::gps, 0, 7);
@@ -175,14 +175,14 @@ TEST_F(EpochLines, SlotsAreNotCompressed) {
 
 TEST_F(EpochLines, EachSlotTakesItsOwnColumnOfValues) {
     SatEpochRecord& record = epoch.satellite(Constellation::gps, 0, 1);
-    for (std::size_t slot = 0; slot < 6; ++slot) {
-        const auto value = static_cast<double>(slot);
-        record.signalFlags[slot] = 0x40;
-        record.at(ObsRow::pseudorange, slot) = value + 100;
-        record.at(ObsRow::phase, slot) = value + 200;
-        record.at(ObsRow::doppler, slot) = value + 300;
-        record.at(ObsRow::strength, slot) = value + 400;
-        record.strengthIndex[slot] = static_cast<std::int32_t>(slot) + 1;
+    for (std::size_t band = 0; band < 6; ++band) {
+        const auto value = static_cast<double>(band);
+        record.signalFlags[band] = 0x40;
+        record.at(ObsRow::pseudorange, band) = value + 100;
+        record.at(ObsRow::phase, band) = value + 200;
+        record.at(ObsRow::doppler, band) = value + 300;
+        record.at(ObsRow::strength, band) = value + 400;
+        record.strengthIndex[band] = static_cast<std::int32_t>(band) + 1;
     }
     EXPECT_THAT(epoch.satelliteLines(),
                 ElementsAre("G01"
@@ -199,7 +199,7 @@ TEST_F(EpochLines, EachSlotTakesItsOwnColumnOfValues) {
 struct Row {
     Constellation system;
     char letter;
-    std::size_t slots;
+    std::size_t bands;
     bool orbconv::RunOptions::*flag;
 };
 
@@ -211,7 +211,7 @@ TEST_P(EpochConstellation, HasItsLetterAndItsSlotsUnlessItsFlagIsCleared) {
     record.signalFlags.fill(0x40);
     epoch->options.*GetParam().flag = true;
     std::string line = {GetParam().letter, '0', '9'};
-    for (std::size_t slot = 0; slot < GetParam().slots; ++slot) {
+    for (std::size_t band = 0; band < GetParam().bands; ++band) {
         line += presentZeros;
     }
     EXPECT_THAT(epoch->satelliteLines(), ElementsAre(line));
@@ -243,7 +243,7 @@ TEST_P(EpochConstellation, WritesItsFirst30RecordsAlone) {
     EXPECT_EQ(lines[29].substr(1, 2), "30");
 }
 
-// NavIC has a code list of its own to look at: without codes it has no slots.
+// NavIC has a code list of its own to look at: without codes its bands take no columns.
 INSTANTIATE_TEST_SUITE_P(
     Rows, EpochConstellation,
     testing::Values(Row{Constellation::gps, 'G', 6, &orbconv::RunOptions::includeGps},
@@ -299,10 +299,12 @@ TEST_F(EpochLines, GlonassShowsTheSlotAndWithoutOneTheChannel) {
 }
 
 TEST_F(EpochLines, OfTwoNeighboursOfOneSlotTheFirstIsWritten) {
-    epoch.satellite(Constellation::glonass, 0, 1).gloSlotNumber = 8;
-    epoch.satellite(Constellation::glonass, 1, 2).gloSlotNumber = 8;
-    makePresent(epoch.store.records(Constellation::glonass)[0], 0);
-    makePresent(epoch.store.records(Constellation::glonass)[1], 1);
+    SatEpochRecord& first = epoch.satellite(Constellation::glonass, 0, 1);
+    SatEpochRecord& second = epoch.satellite(Constellation::glonass, 1, 2);
+    first.gloSlotNumber = 8;
+    second.gloSlotNumber = 8;
+    makePresent(first, 0);
+    makePresent(second, 1);
     EXPECT_THAT(epoch.satelliteLines(), ElementsAre("R08" + std::string(presentSignal) + blanks(256)));
 }
 
@@ -362,8 +364,8 @@ TEST_F(EpochLines, NavicSlotsGoByThePseudorangeCodeAlone) {
 TEST_F(EpochLines, NavicHasASeventhSlot) {
     SatEpochRecord& record = epoch.satellite(Constellation::navic, 0, 3);
     makePresent(record, 6);
-    for (std::size_t slot = 0; slot < 7; ++slot) {
-        testsupport::setCodes(epoch.survey.codes(Constellation::navic), slot * 5, {"C9A"});
+    for (std::size_t band = 0; band < 7; ++band) {
+        testsupport::setCodes(epoch.survey.codes(Constellation::navic), band * 5, {"C9A"});
     }
     EXPECT_THAT(epoch.satelliteLines(), ElementsAre("I03" + blanks(384) + std::string(presentSignal)));
 }

@@ -22,13 +22,13 @@ using Lines = std::vector<std::string>;
 // A header's tables, empty but for the presence of a time.
 struct Header {
     orbconv::RunOptions options;
-    orbconv::RunStamp stamp{2026, 7, 9, 1, 2, 3};
+    orbconv::RunStamp runStamp{2026, 7, 9, 1, 2, 3};
     orbconv::ReceiverInfo receiver;
     orbconv::ReceiverClocks clocks;
     orbconv::SystemPresence presence;
     std::int32_t lastLeapSeconds = 0;
     orbconv::SignalSurvey survey;
-    orbconv::GlonassSlotTable slots;
+    orbconv::GlonassSlotTable glonassSlotTable;
     float interval = 1.0F;
     std::uint32_t lastEpochMs = 1;
     bool done = false;
@@ -36,7 +36,7 @@ struct Header {
     void writeTo(orbconv::TextWriter& out) {
         orbconv::writeObservationHeader(
             out, interval, lastEpochMs,
-            {options, stamp, receiver, clocks, presence, lastLeapSeconds, survey, slots}, done);
+            {options, runStamp, receiver, clocks, presence, lastLeapSeconds, survey, glonassSlotTable}, done);
     }
     Lines lines() {
         return testsupport::splitLines(
@@ -136,11 +136,11 @@ TEST_F(ObservationHeader, ACallWithoutATimeWritesNothingEvenWhenTheHeaderStands)
 }
 
 TEST_F(ObservationHeader, TheGlonassSlotTableIsSortedInPlace) {
-    header.slots.slot = {9, 4};
-    header.slots.frequencyNumber = {-2, 6};
+    header.glonassSlotTable.slot = {9, 4};
+    header.glonassSlotTable.frequencyNumber = {-2, 6};
     EXPECT_EQ(header.line("GLONASS SLOT / FRQ #"), headerLine("  2 R04  6 R09 -2", "GLONASS SLOT / FRQ #"));
-    EXPECT_EQ(header.slots.slot[0], 4);
-    EXPECT_EQ(header.slots.frequencyNumber[0], 6);
+    EXPECT_EQ(header.glonassSlotTable.slot[0], 4);
+    EXPECT_EQ(header.glonassSlotTable.frequencyNumber[0], 6);
 }
 
 // ---- first line ----
@@ -167,7 +167,7 @@ TEST_F(ObservationHeader, VersionLine_WithoutALetterStandsOneColumnToTheLeft) {
 // ---- run, marker, receiver ----
 
 TEST_F(ObservationHeader, ProgramLine_FillsDateAndTimeWithZerosButNotTheYear) {
-    header.stamp = {987, 12, 31, 23, 59, 58};
+    header.runStamp = {987, 12, 31, 23, 59, 58};
     EXPECT_EQ(header.line("PGM / RUN BY / DATE"),
               "ORBCONV v.0.0.10a   ZENTA GNSS           9871231 235958 UTC PGM / RUN BY / DATE");
 }

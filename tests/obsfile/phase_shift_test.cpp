@@ -86,7 +86,7 @@ TEST(PhaseShift, ASignalWithoutAPhaseCodeHasNoLine) {
     setCodes(signals.survey->codes(Constellation::gps), 0, {"C1C"});
     setCodes(signals.survey->codes(Constellation::gps), 2, {"D1C", "S1C", "L1Z"});
     signals.survey->obsCodeCount[0] = 4;
-    signals.survey->signalSatellites[0][0] = {1, 2};
+    signals.survey->signalSatelliteList[0][0] = {1, 2};
     EXPECT_THAT(signals.lines(), ElementsAre());
 }
 
@@ -220,8 +220,8 @@ TEST(PhaseShift, GlonassWalksTwelveSignalsTheLastSixBeingMergedCdma) {
         .signal(Constellation::glonass, 6, "L4X", 0.125F, {})
         .signal(Constellation::glonass, 11, "L3Z", -0.125F, {});
     for (const std::size_t band : {std::size_t{0}, std::size_t{5}}) {
-        signals.survey->signalSatellites[indexOf(Constellation::glonassCdma)][band] = {9, 21};
-        signals.survey->signalSatellites[indexOf(Constellation::glonass)][band + 6] = {9, 21};
+        signals.survey->signalSatelliteList[indexOf(Constellation::glonassCdma)][band] = {9, 21};
+        signals.survey->signalSatelliteList[indexOf(Constellation::glonass)][band + 6] = {9, 21};
     }
     EXPECT_THAT(signals.lines(), ElementsAre(headerLine("R L1C  0.00000  01 R01", label),
                                              headerLine("R L4X  0.12500  02 R09 R21", label),
@@ -285,7 +285,7 @@ TEST(PhaseShiftBeidou, ABandWithoutAFirstPhaseCodeHasNoLineEvenWithASecond) {
     Signals signals;
     signals.survey->codes(Constellation::beidou)[4] = "L2I";
     signals.survey->obsCodeCount[4] = 6;
-    signals.survey->signalSatellites[4][0] = {3, 10};
+    signals.survey->signalSatelliteList[4][0] = {3, 10};
     EXPECT_THAT(signals.lines(), ElementsAre());
 }
 

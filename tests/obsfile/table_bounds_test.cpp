@@ -41,7 +41,7 @@ TEST(TableBounds, BeidouContinuationEndsWithTheListWhateverTheUseCount) {
     const auto survey = std::make_unique<SignalSurvey>();
     setCodes(survey->codes(Constellation::beidou), 26, {"L1X"});
     for (std::size_t i = 0; i < 10; ++i) {
-        survey->signalSatellites[beidou][lastBand][i] = 21 + static_cast<std::int32_t>(i);
+        survey->signalSatelliteList[beidou][lastBand][i] = 21 + static_cast<std::int32_t>(i);
     }
     survey->signalUseCount[beidou][lastBand] = 1000;
     EXPECT_THAT(linesOf([&](orbconv::TextWriter& out) {

@@ -26,7 +26,7 @@ inline Files allFiles(std::string_view log, const orbconv::RunOptions& options =
     orbconv::NavigationTables& navigation = passes.state->navigation;
     const orbconv::NavFileTables tables{
         .rinexVersion = options.rinexVersion,
-        .stamp = passes.state->stamp,
+        .runStamp = passes.state->runStamp,
         .satelliteSystemLetter = passes.state->presence.satelliteSystemLetter(),
         .navigation = navigation};
     const auto add = [&](char letter, bool included, auto sort, auto write) {

@@ -11,7 +11,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <vector>
 
 #include "assembly/epoch_assembly.h"
@@ -170,13 +169,9 @@ public:
         orbconv::assembleFlags(assembly);
     }
 
+    // To be looked at or filled by a test; it counts as used from then on.
     SatEpochRecord& record(Constellation constellation, std::size_t i = 0) {
-        return store.records(constellation)[i];
-    }
-    // The same, to be filled by a test that clears the store later.
-    SatEpochRecord& preset(Constellation constellation, std::size_t i = 0) {
-        std::ignore = store.writable(constellation, i);
-        return record(constellation, i);
+        return store.useFirst(constellation, i + 1)[i];
     }
     [[nodiscard]] std::string_view code(Constellation constellation, std::size_t slot) const {
         return survey.codes(constellation)[slot].view();

@@ -20,14 +20,13 @@ class Passes {
 public:
     Passes() {
         state->console = &console;
-        state->stamp = {.year = 2026, .month = 1, .day = 2, .hour = 3, .minute = 4, .second = 5};
+        state->runStamp = {.year = 2026, .month = 1, .day = 2, .hour = 3, .minute = 4, .second = 5};
     }
 
     // The survey pass, and what a run does before the writing pass.
     void survey(std::string_view log) {
         orbconv::LogStream stream(bytes(log));
-        orbconv::surveyPass(stream, *state);
-        state->surveying = false;
+        orbconv::surveyPass(stream, orbconv::surveyTables(*state));
         state->survey.signalUseCount = {};
         orbconv::sortSignalSatelliteLists(state->survey);
     }
@@ -38,7 +37,7 @@ public:
         {
             orbconv::TextWriter out(file);
             orbconv::LogStream stream(bytes(log));
-            orbconv::writingPass(out, stream, *state);
+            orbconv::writingPass(out, stream, orbconv::writingTables(*state));
         }
         return file.str();
     }
@@ -47,7 +46,7 @@ public:
     void writeNowhere(std::string_view log) {
         orbconv::TextWriter out(nullptr);
         orbconv::LogStream stream(bytes(log));
-        orbconv::writingPass(out, stream, *state);
+        orbconv::writingPass(out, stream, orbconv::writingTables(*state));
     }
 
     // Both passes over one log; returns the observation file.

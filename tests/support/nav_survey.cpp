@@ -1,49 +1,21 @@
 #include "support/nav_survey.h"
 
-#include <map>
-
 #include "log/message_reader.h"
-#include "navdecode/ephemeris_decoders.h"
-#include "navdecode/iono_and_time_decoders.h"
+#include "navdecode/decoder_table.h"
 #include "support/staging.h"
 
 namespace testsupport {
 
 using namespace orbconv;
 
-namespace {
-
-using EphemerisDecoder = void (*)(const MessageStaging&, ReceiverClocks&, NavigationTables&);
-using SmallDecoder = void (*)(const MessageStaging&, const EpochClock&, NavigationTables&);
-
-void decodeGlonass(const MessageStaging& staging, ReceiverClocks& clocks, NavigationTables& tables) {
-    decodeGlonassEphemeris(staging, clocks, tables);
-}
-
-const std::map<std::string, EphemerisDecoder> ephemerisDecoders = {{"GE", decodeGpsEphemeris},
-                                                                   {"NE", decodeGlonass},
-                                                                   {"EN", decodeGalileoEphemeris},
-                                                                   {"CN", decodeBeidouEphemeris},
-                                                                   {"IE", decodeNavicEphemeris}};
-const std::map<std::string, SmallDecoder> smallDecoders = {
-    {"IO", decodeGpsIono},           {"II", decodeNavicIono},        {"CI", decodeBeidouIono},
-    {"UO", decodeGpsTimeOffset},     {"CU", decodeBeidouTimeOffset}, {"IU", decodeNavicTimeOffset},
-    {"EU", decodeGalileoTimeOffset}, {"NU", decodeGlonassTimeOffset}};
-
-}  // namespace
-
 NavSurvey& NavSurvey::feed(std::string_view log) {
     LogStream stream(bytesOf(log));
     while (!stream.atEnd()) {
         const MessageId id = readMessage(stream, *staging_);
-        const std::string name = {id.first, id.second};
-        if (name == "RD" || name == "~~") {
+        if (id == MessageId("RD") || id == MessageId("~~")) {
             setEpochClockFromRd(clocks, *staging_);
-        } else if (const auto ephemeris = ephemerisDecoders.find(name);
-                   ephemeris != ephemerisDecoders.end()) {
-            ephemeris->second(*staging_, clocks, *tables_);
-        } else if (const auto small = smallDecoders.find(name); small != smallDecoders.end()) {
-            small->second(*staging_, clocks.epoch, *tables_);
+        } else {
+            decodeNavigation(id, *staging_, clocks, *tables_);
         }
     }
     return *this;
@@ -57,8 +29,8 @@ std::string bodyWithField(std::size_t size, std::size_t offset, std::size_t widt
     return body;
 }
 
-KeplerElements numberedKepler(std::int32_t sv) {
-    KeplerElements kepler{};
+KeplerBlock numberedKepler(std::int32_t sv) {
+    KeplerBlock kepler{};
     kepler.sv = sv;
     kepler.af0 = 1;
     kepler.af1 = 2;
@@ -89,7 +61,7 @@ KeplerElements numberedKepler(std::int32_t sv) {
     return kepler;
 }
 
-RecordEpoch recordEpoch() {
+ClockReading recordEpoch() {
     return {.year = 2024, .month = 3, .day = 5, .hour = 6, .minute = 7, .second = 8, .timeBase = 0};
 }
 

@@ -71,9 +71,9 @@ Entry& append(orbconv::EphemerisTable<Entry>& table) {
 // An orbit whose printed fields all differ: 1, 2, 3 in the order of the epoch line and of the lines of an
 // LNAV record, the L2 bits left out (af0 1, af1 2, af2 3, iode 4, Crs 5, ... health 23, tgd 24, iodc 25, tot
 // 26).
-orbconv::KeplerElements numberedKepler(std::int32_t sv);
+orbconv::KeplerBlock numberedKepler(std::int32_t sv);
 
 // 2024-03-05 06:07:08.
-orbconv::RecordEpoch recordEpoch();
+orbconv::ClockReading recordEpoch();
 
 }  // namespace testsupport

@@ -22,7 +22,7 @@ struct Signals {
         survey->codes(system)[band * 5 + 1] = phaseCode;
         survey->obsCodeCount[orbconv::indexOf(system)] += 1;
         survey->phaseShiftValues[orbconv::indexOf(system)][band] = shift;
-        std::ranges::copy(satellites, survey->signalSatellites[orbconv::indexOf(system)][band].begin());
+        std::ranges::copy(satellites, survey->signalSatelliteList[orbconv::indexOf(system)][band].begin());
         return *this;
     }
     std::vector<std::string> lines() {

@@ -1,19 +1,19 @@
-#include "obsfile/header_lines.h"
+#include "text/header_lines.h"
 
 #include <string>
 
 namespace orbconv {
 
-void writeProgramLine(TextWriter& out, const RunStamp& stamp) {
+void writeProgramLine(TextWriter& out, std::string_view programVersion, const RunStamp& runStamp) {
     out.left("ORBCONV " + std::string(programVersion), 20)
         .left("ZENTA GNSS", 20)
-        .integer(stamp.year, 4)
-        .integer(stamp.month, 2, '0')
-        .integer(stamp.day, 2, '0')
+        .integer(runStamp.year, 4)
+        .integer(runStamp.month, 2, '0')
+        .integer(runStamp.day, 2, '0')
         .blanks(1)
-        .integer(stamp.hour, 2, '0')
-        .integer(stamp.minute, 2, '0')
-        .integer(stamp.second, 2, '0')
+        .integer(runStamp.hour, 2, '0')
+        .integer(runStamp.minute, 2, '0')
+        .integer(runStamp.second, 2, '0')
         .blanks(1)
         .left("UTC", 4)
         .text("PGM / RUN BY / DATE")

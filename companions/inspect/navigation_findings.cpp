@@ -1,0 +1,303 @@
+#include "inspect/navigation_findings.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string_view>
+
+#include "log/little_endian.h"
+#include "navdecode/kepler_block.h"
+#include "navdecode/navigation_tables.h"
+
+namespace orbconv::inspect {
+
+namespace {
+
+using reading::LogDate;
+using reading::LogTime;
+using reading::Message;
+
+// Fields of the bodies that are looked at here (receiver's format).
+namespace dateBody {
+constexpr BodyField<std::uint16_t> year{0};
+constexpr BodyField<std::uint8_t> month{2};
+constexpr BodyField<std::uint8_t> day{3};
+constexpr BodyField<std::uint8_t> timeBase{4};
+}  // namespace dateBody
+// The orbit and clock that open GE, EN, CN and IE: decodeKeplerBlock() takes the rest.
+using Kepler = KeplerBlock;
+namespace keplerBody {
+constexpr BodyField<std::uint8_t> sv{0};
+constexpr BodyField<std::int8_t> uraIndex{12};
+constexpr std::size_t bytes = 122;
+}  // namespace keplerBody
+namespace glonassBody {
+constexpr BodyField<std::uint8_t> sv{0};
+constexpr BodyField<std::int32_t> tk{4};
+constexpr BodyField<std::int32_t> tb{8};
+constexpr std::size_t bytes = 87;
+}  // namespace glonassBody
+namespace cnavBody {
+constexpr std::size_t firstAccuracy = 143;  // four signed bytes
+constexpr std::size_t accuracies = 4;
+}  // namespace cnavBody
+namespace ionosphereBody {
+constexpr std::size_t coefficients = 6;  // eight of 4 bytes; of these 0, 1 and 4 tell a repetition
+constexpr std::size_t bytes = 38;
+}  // namespace ionosphereBody
+namespace timeOffsetBody {
+constexpr BodyField<double> a0{0};
+constexpr std::size_t keyBytes = 16;      // a0, a1 and tot
+constexpr BodyField<float> a0Gps{23};     // EU
+constexpr BodyField<float> tauGps{8};     // NU
+constexpr std::size_t glonassBytes = 12;  // tauC, tauGps
+}  // namespace timeOffsetBody
+
+constexpr std::size_t tableCapacity = static_cast<std::size_t>(ephemerisTableCapacity);
+constexpr std::int32_t secondsPerDay = 86400;
+constexpr std::int32_t moscowOffset = 3 * 3600;
+constexpr std::int16_t fitIntervalLimit = 240;  // issue numbers from here on have no fit interval of 4 hours
+
+// How many sets of ionosphere coefficients and of time offsets are kept, by constellation; 0: any number.
+constexpr PerConstellation<std::uint64_t> ionosphereRoom = {499, 0, 0, 0, 99, 499, 0, 0};
+constexpr PerConstellation<std::uint64_t> timeOffsetRoom = {100, 0, 100, 0, 100, 99, 0, 0};
+
+// Added to a body's week for the week that is counted from the start of GPS time (BeiDou: of its own).
+constexpr PerConstellation<int> weekOffsets = {2048, 0, 1024, 0, 0, 2048, 0, 0};
+constexpr LogDate gpsStart{std::chrono::local_days{std::chrono::January / 6 / 1980}};
+constexpr LogDate beidouStart{std::chrono::local_days{std::chrono::January / 1 / 2006}};
+
+// FNV-1a; never 0.
+std::uint64_t hashOf(std::span<const std::uint8_t> bytes, std::uint64_t hash = 0xCBF29CE484222325U) {
+    for (const std::uint8_t byte : bytes) {
+        hash = (hash ^ byte) * 0x100000001B3U;
+    }
+    return hash | 1U;
+}
+
+Kepler keplerOf(Constellation constellation, const std::uint8_t* body) {
+    Kepler kepler{};
+    decodeKeplerBlock(body, weekOffsets[indexOf(constellation)], kepler);
+    kepler.sv = keplerBody::sv.load(body);
+    return kepler;
+}
+
+// The day of an ephemeris by its week and toe.
+LogDate dayOf(Constellation constellation, const Kepler& kepler) {
+    const LogDate start = constellation == Constellation::beidou ? beidouStart : gpsStart;
+    return start + std::chrono::days{7 * kepler.week + kepler.toe / secondsPerDay};
+}
+
+bool isCnav(const NavigationKindRow& kind) {
+    return kind.name.starts_with("CN");
+}
+
+}  // namespace
+
+void NavigationFindings::take(const Message& message, FindingTally& tally) {
+    if (message.row == orbconv::rowOf("RD")) {
+        takeDate(message);
+    } else if (const auto kind = navigationKindOf(message.id, message.content())) {
+        takeKind(*kind, message, tally);
+    }
+}
+
+void NavigationFindings::takeDate(const Message& message) {
+    const auto content = message.content();
+    if (content.size() <= dateBody::timeBase.offset) {
+        return;
+    }
+    const auto date =
+        reading::dateOf(dateBody::year.load(content.data()), dateBody::month.load(content.data()),
+                        dateBody::day.load(content.data()));
+    date_ = date ? date : date_;
+}
+
+void NavigationFindings::takeKind(NavigationKind index, const Message& message, FindingTally& tally) {
+    const NavigationKindRow& kind = rowOf(index);
+    const bool noTable =
+        kind.constellation == Constellation::qzss || kind.constellation == Constellation::sbas;
+    if (noTable) {
+        tally.add(FindingId::noRecords, 1, [&] { return placeText(message); });
+        return;
+    }
+    if (kind.content == NavigationContent::almanac) {
+        return;
+    }
+    tally.add(FindingId::yearZero, date_ ? 0 : 1, [&] { return placeText(message); });
+    switch (kind.content) {
+        case NavigationContent::ionosphere: takeIonosphere(kind, message, tally); break;
+        case NavigationContent::timeOffset: takeTimeOffset(kind, message, tally); break;
+        default:
+            if (kind.constellation == Constellation::glonass) {
+                takeGlonass(message, tally);
+            } else {
+                takeKepler(kind, message, tally);
+            }
+            break;
+    }
+}
+
+// Whether the converter keeps an ephemeris of this key.
+bool NavigationFindings::keep(Constellation constellation, std::uint64_t key, std::uint64_t content,
+                              const Message& message, FindingTally& tally) {
+    Records& records = records_[indexOf(constellation)];
+    const auto known = records.find(key);
+    if (known != records.end()) {
+        const bool other = known->second != content;
+        const bool removes = constellation == Constellation::glonass;
+        tally.add(removes ? FindingId::removedGlonass : FindingId::droppedRepeats, removes || other ? 1 : 0,
+                  [&] { return placeText(message); });
+        return false;
+    }
+    if (records.size() == tableCapacity) {
+        tally.add(FindingId::fullTables, 1, [&] { return placeText(message); });
+        return false;
+    }
+    records.emplace(key, content);
+    return true;
+}
+
+void NavigationFindings::takeKepler(const NavigationKindRow& kind, const Message& message,
+                                    FindingTally& tally) {
+    const auto content = message.content();
+    if (content.size() < keplerBody::bytes) {
+        return;
+    }
+    const auto where = [&] { return placeText(message); };
+    beidouCame_ = beidouCame_ || kind.constellation == Constellation::beidou;
+    const std::uint8_t flags = kind.flagOffset < content.size() ? content[kind.flagOffset] : 0;
+    const bool byFlags =
+        kind.constellation == Constellation::galileo || kind.constellation == Constellation::beidou;
+    const Kepler kepler = keplerOf(kind.constellation, content.data());
+    const std::uint64_t key = duplicateKey(kepler, byFlags ? flags : std::uint8_t{0});
+    const std::uint64_t what = static_cast<std::uint64_t>(kepler.health & 0xFF) << 40 |
+                               std::uint64_t{flags} << 32 |
+                               std::uint64_t{static_cast<std::uint16_t>(kepler.iodc)} << 16 | kepler.iode;
+    if (keep(kind.constellation, key, what, message, tally)) {
+        takeNewRecord(kind, message, tally);
+    }
+    tally.add(FindingId::roundedInclinations, 1, where);
+    tally.add(FindingId::galileoHealth, kind.constellation == Constellation::galileo ? 1 : 0, where);
+}
+
+// What a record shows once it is kept.
+void NavigationFindings::takeNewRecord(const NavigationKindRow& kind, const Message& message,
+                                       FindingTally& tally) {
+    const auto content = message.content();
+    const Kepler kepler = keplerOf(kind.constellation, content.data());
+    const auto where = [&] { return placeText(message); };
+    const bool gps = kind.constellation == Constellation::gps;
+    const bool galileo = kind.constellation == Constellation::galileo;
+    const bool beidou = kind.constellation == Constellation::beidou;
+
+    const LogDate day = dayOf(kind.constellation, kepler);
+    tally.add(FindingId::wrongDay, date_ && day != *date_ ? 1 : 0, [&] {
+        return placeText(message) + ": of " + reading::isoText(day).substr(0, 10) + ", received on " +
+               reading::isoText(*date_).substr(0, 10);
+    });
+    const std::int8_t accuracy = keplerBody::uraIndex.load(content.data());
+    const bool cut = !galileo && accuracy > 0 && accuracy < 6 && accuracy % 2 == 1;
+    tally.add(FindingId::cutAccuracies, cut ? 1 : 0, where);
+    tally.add(FindingId::noFitInterval, gps && kepler.iodc >= fitIntervalLimit ? 1 : 0, where);
+    tally.add(FindingId::fnavRecords, kind.name == "FNAV" ? 1 : 0, where);
+    tally.add(FindingId::galileoIonosphere,
+              galileo && records_[indexOf(Constellation::galileo)].size() == 1 ? 1 : 0, where);
+    tally.add(FindingId::mixedExponents, gps || kind.constellation == Constellation::navic ? 1 : 0, where);
+    tally.add(FindingId::cnavRecords, gps && isCnav(kind) ? 1 : 0, where);
+    tally.add(FindingId::beidouCnavRecords, beidou && isCnav(kind) ? 1 : 0, where);
+    const bool ofD = beidou && kind.name.starts_with("D");
+    tally.add(FindingId::beidouTypes, ofD ? 1 : 0, where);
+    tally.add(FindingId::geostationaryD1, ofD && kepler.sv >= 59 ? 1 : 0, where);
+    if (gps) {
+        takeNewGps(kind, message, kepler.week, tally);
+    }
+}
+
+void NavigationFindings::takeNewGps(const NavigationKindRow& kind, const Message& message, std::int16_t week,
+                                    FindingTally& tally) {
+    const auto where = [&] { return placeText(message); };
+    if (isCnav(kind)) {
+        const auto accuracies = message.content().subspan(cnavBody::firstAccuracy, cnavBody::accuracies);
+        const bool negative = std::ranges::any_of(accuracies, [](std::uint8_t byte) { return byte >= 0x80; });
+        tally.add(FindingId::negativeAccuracies, negative ? 1 : 0, where);
+    }
+    tally.add(FindingId::severalWeeks, lastWeek_ && week != *lastWeek_ && week != *firstWeek_ ? 1 : 0, where);
+    firstWeek_ = firstWeek_ ? firstWeek_ : week;
+    lastWeek_ = week;
+}
+
+void NavigationFindings::takeGlonass(const Message& message, FindingTally& tally) {
+    const auto content = message.content();
+    if (content.size() < glonassBody::bytes) {
+        return;
+    }
+    const auto where = [&] { return placeText(message); };
+    const std::uint64_t key = std::uint64_t{glonassBody::sv.load(content.data())} << 32 |
+                              static_cast<std::uint32_t>(glonassBody::tk.load(content.data()));
+    tally.add(FindingId::threeLines, 1, where);
+    if (keep(Constellation::glonass, key, 0, message, tally)) {
+        const bool early = glonassBody::tb.load(content.data()) % secondsPerDay < moscowOffset;
+        tally.add(FindingId::wrongHour, early ? 1 : 0, where);
+    }
+}
+
+// A set that equals the one before adds nothing.
+void NavigationFindings::takeIonosphere(const NavigationKindRow& kind, const Message& message,
+                                        FindingTally& tally) {
+    const auto content = message.content();
+    if (content.size() < ionosphereBody::bytes) {
+        return;
+    }
+    const auto where = [&] { return placeText(message); };
+    const std::size_t system = indexOf(kind.constellation);
+    const auto coefficients = content.subspan(ionosphereBody::coefficients);
+    const std::uint64_t hash = hashOf(coefficients.subspan(16, 4), hashOf(coefficients.first(8)));
+    if (hash == ionospheres_[system]) {
+        return;
+    }
+    ionospheres_[system] = hash;
+    ++ionosphereSets_[system];
+    const bool lost = kind.constellation == Constellation::beidou && !beidouCame_;
+    tally.add(FindingId::severalIonospheres, ionosphereSets_[system] > 1 ? 1 : 0, where);
+    tally.add(FindingId::fullTables, ionosphereSets_[system] > ionosphereRoom[system] ? 1 : 0, where);
+    tally.add(FindingId::beidouIonosphereLost, lost ? 1 : 0, where);
+    tally.add(FindingId::navicIonosphere, kind.constellation == Constellation::navic ? 1 : 0, where);
+}
+
+void NavigationFindings::takeTimeOffset(const NavigationKindRow& kind, const Message& message,
+                                        FindingTally& tally) {
+    const auto content = message.content();
+    const auto where = [&] { return placeText(message); };
+    const std::size_t system = indexOf(kind.constellation);
+    const bool glonass = kind.constellation == Constellation::glonass;
+    const std::size_t keyBytes = glonass ? timeOffsetBody::glonassBytes : timeOffsetBody::keyBytes;
+    if (content.size() < keyBytes) {
+        return;
+    }
+    const std::uint64_t hash = hashOf(content.first(keyBytes));
+    if (hash == timeOffsets_[system]) {
+        return;
+    }
+    timeOffsets_[system] = hash;
+    ++timeOffsetSets_[system];
+    tally.add(FindingId::timeOffsetForms, 1, where);
+    tally.add(FindingId::timeOffsetDates, 1, where);
+    if (glonass) {
+        tally.add(FindingId::glonassOffsets, 1, where);
+        tally.add(FindingId::shiftedOffsets, timeOffsetBody::tauGps.load(content.data()) < 0.0F ? 1 : 0,
+                  where);
+        return;
+    }
+    // The names that are written in six columns are shifted by a minus sign, those in five by its absence.
+    const double a0 = timeOffsetBody::a0.load(content.data());
+    const bool five =
+        kind.constellation == Constellation::beidou || kind.constellation == Constellation::galileo;
+    tally.add(FindingId::shiftedOffsets, five ? (a0 > 0.0 ? 1 : 0) : (a0 < 0.0 ? 1 : 0), where);
+    if (kind.constellation == Constellation::galileo && content.size() >= 27) {
+        tally.add(FindingId::shiftedOffsets, timeOffsetBody::a0Gps.load(content.data()) > 0.0F ? 1 : 0,
+                  where);
+    }
+    tally.add(FindingId::fullTables, timeOffsetSets_[system] > timeOffsetRoom[system] ? 1 : 0, where);
+}
+
+}  // namespace orbconv::inspect

@@ -1,0 +1,43 @@
+// The long names of RINEX files: XXXXMRCCC_R_YYYYDDDHHMM_PPP_FFF_MO.rnx.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "reading/log_time.h"
+
+namespace orbconv::standard {
+
+inline constexpr std::size_t stationNameColumns = 9;
+
+// Of ASCII, whatever the locale.
+char capitalOf(char c);
+// Whether a character can stand in a name: a capital or a digit.
+bool isNameCharacter(char c);
+
+// The nine characters for a marker: its first four letters or digits as capitals, filled up with X, and
+// "00XXX".
+std::string stationOf(std::string_view marker);
+
+// The length of what is recorded, in the largest unit that makes it a whole number of two digits, rounded up
+// to whole minutes, or to whole hours and so on beyond 99: "15M", "01H", "02D", "01Y". "00U" for 0.
+std::string periodField(std::int64_t milliseconds);
+
+// The interval in the largest unit that makes it a whole number of two digits: "30S", "05M", "01D"; below a
+// second the number of epochs in a second, or hundreds of them: "05Z", "01C". "00U" for any other, and for
+// none.
+std::string rateField(std::optional<std::int64_t> intervalMs);
+
+// What an observation file's name tells.
+struct ObservationFileName {
+    std::string station;
+    reading::LogTime first;
+    reading::LogTime last;
+    std::optional<std::int64_t> intervalMs;
+    char system = 'M';  // letter of the version line
+};
+std::string textOf(const ObservationFileName& name);
+
+}  // namespace orbconv::standard

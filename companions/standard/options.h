@@ -1,0 +1,28 @@
+// What the command line asks for.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "reading/log_time.h"
+#include "standard/header_texts.h"
+#include "standard/selection.h"
+
+namespace orbconv::standard {
+
+struct Options {
+    std::string logName;
+    std::optional<std::string> outputDirectory;  // else the log's
+    std::optional<std::string> station;          // nine characters; else out of the marker's name
+    Selection selection;
+    HeaderTexts texts;
+    std::optional<reading::LogDate> firstDate;  // of a log's first epoch, as long as the log tells none
+    bool force = false;
+    bool quiet = false;
+};
+
+// Reads the arguments. -h and --version print and end the process; a bad line is a std::runtime_error whose
+// text names the option.
+Options optionsOf(int argc, const char* const* argv);
+
+}  // namespace orbconv::standard

@@ -1,0 +1,22 @@
+// What the program tells at the end: what it wrote, and what did not go into the files and why.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "standard/columns.h"
+#include "standard/survey.h"
+
+namespace orbconv::standard {
+
+// The epochs, and a line for each system, all without their ends.
+std::vector<std::string> contentLines(const ContentSurvey& content, const Columns& columns);
+
+// A line for each reason for which something was left out. A satellite counts in each of its epochs.
+std::vector<std::string> lossLines(const LossCounts& lost);
+
+// Whether something that should have gone in is not there: to damage, missing dates, or times that the file
+// cannot have.
+bool hasLoss(const LossCounts& lost);
+
+}  // namespace orbconv::standard

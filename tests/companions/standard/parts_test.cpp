@@ -1,0 +1,167 @@
+// Pieces of orbconv-standard that a whole run shows only in part.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "companions/standard/support/small_logs.h"
+#include "companions/standard/support/standard_run.h"
+#include "standard/conversion.h"
+#include "standard/epoch_lines.h"
+#include "standard/epoch_sequence.h"
+#include "standard/header_fields.h"
+#include "standard/output_file.h"
+#include "standard/progress.h"
+#include "standard/summary.h"
+
+namespace {
+
+using namespace orbconv::standard;  // NOLINT(google-build-using-namespace)
+using testsupport::OwnFolder;
+using Lines = std::vector<std::string>;
+
+TEST(StandardProgress, BarShowsTheShare) {
+    EXPECT_EQ(progressBar(0.0), "[                    ] 0 %");
+    EXPECT_EQ(progressBar(0.5), "[##########          ] 50 %");
+    EXPECT_EQ(progressBar(1.0), "[####################] 100 %");
+    EXPECT_EQ(progressBar(7.0), "[####################] 100 %");
+}
+
+TEST(StandardProgress, BarIsTakenAwayAtTheEnd) {
+    std::ostringstream out;
+    {
+        ProgressBar bar(&out, 10.0, std::chrono::seconds{0});
+        bar.show(5.0);
+        bar.show(5.0);  // nothing new
+    }
+    EXPECT_EQ(out.str(), "\r[##########          ] 50 %\r" + std::string(27, ' ') + "\r");
+}
+
+TEST(StandardProgress, NothingIsShownEarlyOrWithoutAStream) {
+    std::ostringstream out;
+    {
+        ProgressBar bar(&out, 10.0, std::chrono::hours{1});
+        bar.show(5.0);
+        ProgressBar none(nullptr, 10.0, std::chrono::seconds{0});
+        none.show(5.0);
+    }
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST(StandardOutputFile, FileIsThereWholeOrNotAtAll) {
+    const OwnFolder folder;
+    {
+        OutputFile given(folder.path() / "a.rnx", false);
+        given.writer().text("half");
+        EXPECT_EQ(folder.names(), Lines{"a.rnx.part"});
+    }
+    EXPECT_EQ(folder.names(), Lines{});
+    OutputFile file(folder.path() / "a.rnx", false);
+    file.writer().text("whole");
+    file.check();
+    file.finish();
+    EXPECT_EQ(folder.names(), Lines{"a.rnx"});
+    EXPECT_EQ(testsupport::textOfFile(folder.path() / "a.rnx"), "whole");
+    EXPECT_EQ(file.path(), folder.path() / "a.rnx");
+}
+
+TEST(StandardOutputFile, NameThatAFolderHasIsAFailureAndLeavesNothing) {
+    const OwnFolder folder;
+    std::filesystem::create_directories(folder.path() / "a.rnx" / "b");
+    {
+        OutputFile file(folder.path() / "a.rnx", true);
+        EXPECT_THROW(file.finish(), std::runtime_error);
+    }
+    EXPECT_EQ(folder.names(), Lines{"a.rnx"});
+}
+
+TEST(StandardSteps, MostFrequentIsTheShortestOfSeveral) {
+    StepCounts steps;
+    EXPECT_FALSE(steps.mostFrequent());
+    for (const std::int64_t step : {5000, 3000, 5000, 3000, 1000}) {
+        steps.add(step);
+    }
+    EXPECT_EQ(steps.mostFrequent(), 3000);
+}
+
+TEST(StandardSteps, StepsWithoutRoomInTheHeaderAreNone) {
+    StepCounts steps;
+    steps.add(1'000'000'000);
+    EXPECT_FALSE(steps.mostFrequent());
+    steps.add(999'999'999);
+    EXPECT_EQ(steps.mostFrequent(), 999'999'999);
+}
+
+TEST(StandardSteps, VeryManyKindsDoNotGrow) {
+    StepCounts steps;
+    for (std::int64_t step = 1; step <= 10'000; ++step) {
+        steps.add(step);
+    }
+    steps.add(20'000);
+    steps.add(20'000);
+    EXPECT_EQ(steps.mostFrequent(), 1);
+    steps.add(7);
+    EXPECT_EQ(steps.mostFrequent(), 7);
+}
+
+TEST(StandardHeaderFields, ListsGoOnInFurtherLines) {
+    EXPECT_EQ(listLines({}, 2, "first", "more"), Lines{"first"});
+    EXPECT_EQ(listLines({"a", "b"}, 2, "first", "more"), Lines{"firstab"});
+    EXPECT_EQ(listLines({"a", "b", "c"}, 2, "first", "more"), (Lines{"firstab", "morec"}));
+}
+
+TEST(StandardHeaderFields, FieldsFillTheirWidth) {
+    EXPECT_EQ(leftField("ab", 4), "ab  ");
+    EXPECT_EQ(integerField(-7, 4), "  -7");
+    EXPECT_EQ(twoDigits(7), "07");
+    EXPECT_EQ(twoDigits(17), "17");
+    EXPECT_EQ(fixedField(-1.5, 3, 8), "  -1.500");
+}
+
+TEST(StandardEpochLines, ClockOffsetHasRoomBelowNineSeconds) {
+    EXPECT_TRUE(isPrintable(-8.999));
+    EXPECT_FALSE(isPrintable(-9.0));
+    EXPECT_FALSE(isPrintable(9.0));
+}
+
+TEST(StandardConversion, LogThatCannotBeReadIsAFailure) {
+    const OwnFolder folder;
+    Options options;
+    options.logName = folder.path().string();  // a folder can be opened, but not read
+    ProgressBar progress(nullptr, 1.0);
+    EXPECT_THROW(surveyOf(options, progress), std::runtime_error);
+}
+
+TEST(StandardConversion, SecondReadingMustFindWhatTheFirstFound) {
+    const OwnFolder folder;
+    Options options;
+    options.logName = folder.file("site.kvs");
+    ProgressBar progress(nullptr, 1.0);
+    testsupport::writeBytes(options.logName, testsupport::logOfTimes({0, 1000, 2000}));
+    Survey survey = surveyOf(options, progress);
+    // Cut off, and then without the epoch that its stretch begins with.
+    for (const std::string& other : {testsupport::logOfTimes({0}), std::string(200, ' ')}) {
+        testsupport::writeBytes(options.logName, other);
+        OutputFile file(folder.path() / "a.rnx", false);
+        EXPECT_THROW(writeObservations(file, options, {}, survey, progress), std::runtime_error);
+    }
+}
+
+TEST(StandardConversion, LogThatIsGoneIsAFailure) {
+    Survey survey;
+    survey.stretches.resize(1);
+    EXPECT_THROW(EpochSequence("/no/such/log", survey, {}), std::runtime_error);
+}
+
+TEST(StandardSummary, EachReasonHasALineAndSomeAreLosses) {
+    LossCounts lost;
+    EXPECT_EQ(lossLines(lost), Lines{});
+    EXPECT_FALSE(hasLoss(lost));
+    lost.satellites[static_cast<std::size_t>(LeftOut::sbas)] = 3;
+    lost.hasOpenEpoch = true;
+    EXPECT_EQ(lossLines(lost), (Lines{"epochs that the log does not close: 1", "satellites of SBAS: 3"}));
+    EXPECT_FALSE(hasLoss(lost));
+    lost.damagedBytes = 1;
+    EXPECT_TRUE(hasLoss(lost));
+}
+
+}  // namespace
