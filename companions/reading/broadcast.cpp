@@ -148,7 +148,9 @@ Broadcast ephemeris(Constellation constellation, std::int32_t sv, NavigationBody
 Broadcast withoutSatellite(Constellation constellation, NavigationBody body) {
     return {.state = BroadcastState::decoded, .constellation = constellation, .body = std::move(body)};
 }
-constexpr Broadcast unknown{.state = BroadcastState::unknownForm};
+Broadcast unknownForm(Constellation constellation) {
+    return {.state = BroadcastState::unknownForm, .constellation = constellation};
+}
 
 // Whether the fields of a form are all there; further bytes are passed over.
 bool holds(const Message& message, std::size_t bytes) {
@@ -162,7 +164,7 @@ Broadcast decodeGps(const Message& message) {
     if (length != bodies::lengthOf(bodies::kepler::bytes)) {
         gps.type = navTypeOf(bodies::ge::navFlags.load(body), gpsNavTypes);
         if (gps.type == NavType::none) {
-            return unknown;
+            return unknownForm(Constellation::gps);
         }
         loadAll(body, modernGpsRows, gps);
         if (length == bodies::lengthOf(bodies::ge160::bytes)) {
@@ -184,14 +186,14 @@ Broadcast decodeGlonass(const Message& message) {
 
 Broadcast decodeGalileo(const Message& message) {
     if (!holds(message, bodies::en::bytes)) {
-        return unknown;
+        return unknownForm(Constellation::galileo);
     }
     const std::uint8_t* const body = message.body.data();
     GalileoEphemeris galileo{.orbit = orbitOf(body, galileoWeekOffset)};
     loadAll(body, galileoRows, galileo);
     galileo.type = navTypeOf(galileo.navFlags, galileoNavTypes);
     if (galileo.type == NavType::none) {
-        return unknown;
+        return unknownForm(Constellation::galileo);
     }
     galileo.ionosphere = {
         .ai = {bodies::en::ai0.load(body), bodies::en::ai1.load(body), bodies::en::ai2.load(body)},
@@ -206,7 +208,7 @@ Broadcast decodeBeidou(const Message& message) {
                            .type = broadcastBeidouType(bodies::cn::navFlags.load(body), sv),
                            .tgd2 = static_cast<double>(bodies::cn::tgd2.load(body))};
     if (beidou.type == NavType::none) {
-        return unknown;
+        return unknownForm(Constellation::beidou);
     }
     if (static_cast<int>(message.body.size()) == bodies::lengthOf(bodies::cn134::bytes)) {
         loadAll(body, beidou134Rows, beidou);
@@ -218,7 +220,7 @@ Broadcast decodeBeidou(const Message& message) {
 
 Broadcast decodeNavic(const Message& message) {
     if (!holds(message, bodies::kepler::bytes)) {
-        return unknown;
+        return unknownForm(Constellation::navic);
     }
     const std::uint8_t* const body = message.body.data();
     return ephemeris(Constellation::navic, bodies::kepler::sv.load(body),
@@ -227,7 +229,7 @@ Broadcast decodeNavic(const Message& message) {
 
 Broadcast decodeKlobuchar(const Message& message, Constellation constellation) {
     if (!holds(message, bodies::iono::bytes)) {
-        return unknown;
+        return unknownForm(constellation);
     }
     const std::uint8_t* const body = message.body.data();
     KlobucharTerms terms{};
@@ -251,7 +253,7 @@ UtcOffset utcOffsetOf(const std::uint8_t* body, std::int32_t weekOffset) {
 
 Broadcast decodeUtcOffset(const Message& message, Constellation constellation, std::int32_t weekOffset) {
     if (!holds(message, bodies::timeOffset::bytes)) {
-        return unknown;
+        return unknownForm(constellation);
     }
     return withoutSatellite(constellation, utcOffsetOf(message.body.data(), weekOffset));
 }
@@ -259,7 +261,7 @@ Broadcast decodeUtcOffset(const Message& message, Constellation constellation, s
 // Galileo's offsets count weeks as GPS does.
 Broadcast decodeGalileoOffsets(const Message& message) {
     if (!holds(message, bodies::eu::bytes)) {
-        return unknown;
+        return unknownForm(Constellation::galileo);
     }
     const std::uint8_t* const body = message.body.data();
     return withoutSatellite(
@@ -273,7 +275,7 @@ Broadcast decodeGalileoOffsets(const Message& message) {
 
 Broadcast decodeGlonassOffsets(const Message& message) {
     if (!holds(message, bodies::nu::word1.offset)) {
-        return unknown;
+        return unknownForm(Constellation::glonass);
     }
     const std::uint8_t* const body = message.body.data();
     return withoutSatellite(Constellation::glonass,

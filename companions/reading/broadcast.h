@@ -118,8 +118,8 @@ enum class BroadcastState : std::uint8_t {
 
 struct Broadcast {
     BroadcastState state = BroadcastState::none;
-    Constellation constellation{};
-    std::int32_t sv = 0;  // of an ephemeris: satellite, GLONASS slot
+    Constellation constellation{};  // of an unknown form, too
+    std::int32_t sv = 0;            // of an ephemeris: satellite, GLONASS slot
     NavigationBody body{};
 };
 

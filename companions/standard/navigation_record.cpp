@@ -1,28 +1,16 @@
 #include "standard/navigation_record.h"
 
-#include <cmath>
 #include <span>
 
 #include "standard/navigation_forms.h"
 #include "standard/navigation_time.h"
+#include "standard/navigation_values.h"
 
 namespace orbconv::standard {
 
 namespace {
 
 constexpr std::int32_t greatestSatellite = 99;  // two digits
-
-// Numbers beyond have three digits in their exponent, for which the field has no room.
-constexpr double greatestValue = 9.9999999999994e99;
-constexpr double leastValue = 1e-99;
-
-// A value as its field can hold it: what is too small is 0. Nothing for what no field can hold.
-std::optional<double> printable(double value) {
-    if (!(std::abs(value) <= greatestValue)) {
-        return std::nullopt;
-    }
-    return std::abs(value) < leastValue ? 0.0 : value + 0.0;  // no negative zero
-}
 
 // Fills the record's values from a row of columns.
 template <class Entry>

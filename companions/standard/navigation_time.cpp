@@ -25,10 +25,6 @@ constexpr std::int64_t contradictionHours = 36;
 // Weeks of UTC begin on Sunday.
 constexpr LogDate aSunday{std::chrono::year{1980} / 1 / 6};
 
-bool isSecondOfWeek(double second) {
-    return second >= 0.0 && second <= static_cast<double>(secondsPerWeek);
-}
-
 // The difference of two seconds of a week, taken the short way round.
 double shortWay(double difference) {
     const auto week = static_cast<double>(secondsPerWeek);
@@ -49,6 +45,10 @@ std::int64_t stepsBetween(LogTime from, LogTime to, milliseconds step) {
 }
 
 }  // namespace
+
+bool isSecondOfWeek(double second) {
+    return second >= 0.0 && second <= static_cast<double>(secondsPerWeek);
+}
 
 WeekCount weekCountOf(Constellation constellation) {
     switch (constellation) {

@@ -16,6 +16,8 @@ inline constexpr std::int64_t secondsPerWeek = 7 * secondsPerDay;
 // Printed where a transmission time is not known (RINEX).
 inline constexpr double unknownTransmission = 999999999.999;
 
+bool isSecondOfWeek(double second);
+
 // Where a constellation's weeks begin, and after how many of them the number in the message starts anew.
 struct WeekCount {
     reading::LogDate start;

@@ -2,12 +2,27 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 
 #include "navdecode/message_meaning.h"
 
 namespace orbconv::standard {
+
+// Numbers beyond have three digits in their exponent, for which no field has room. The greatest one is less
+// than 1e100 when it is rounded to four decimals.
+inline constexpr double greatestValue = 9.9999e99;
+inline constexpr double leastValue = 1e-99;
+
+// A value as its field can hold it: what is too small is 0, which has no sign. Nothing for what no field can
+// hold.
+inline std::optional<double> printable(double value) {
+    if (!(std::abs(value) <= greatestValue)) {
+        return std::nullopt;
+    }
+    return std::abs(value) < leastValue ? 0.0 : value;
+}
 
 // Metres of a URA index of GPS, BeiDou (D1, D2) and NavIC: the nominal values, not the upper bounds of the
 // interface documents (RINEX). An index outside 0 to 15 is unknown.

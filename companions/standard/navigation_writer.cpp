@@ -15,7 +15,6 @@ using reading::CalendarTime;
 constexpr char exponentLetter = 'E';
 constexpr int valueWidth = 19;
 constexpr int valueDecimals = 12;
-constexpr int labelColumn = 60;  // behind the data of a header line
 
 char letterOf(Constellation constellation) {
     return systemLetters[indexOf(constellation)];
@@ -65,84 +64,39 @@ void writeHead(TextWriter& out, std::string_view recordClass, Constellation cons
     out.blanks(1).text(type).endLine();
 }
 
-// What a constellation's own messages of ionosphere and time are called, and how its terms stand in a header.
-struct TermsRow {
+// What the messages of ionosphere and time are called.
+struct MessageTypeRow {
     Constellation constellation;
-    std::string_view type;       // of a record at 4.01
-    std::string_view alphaName;  // of a header line at 3.05; empty for none
-    std::string_view betaName;
+    std::string_view type;
 };
-constexpr std::array<TermsRow, 5> termsRows = {{
-    {Constellation::gps, "LNAV", "GPSA", "GPSB"},
-    {Constellation::glonass, "FDMA", "", ""},
-    {Constellation::galileo, "IFNV", "GAL ", ""},
-    {Constellation::beidou, "D1D2", "BDSA", "BDSB"},
-    {Constellation::navic, "LNAV", "IRNA", "IRNB"},
+constexpr std::array<MessageTypeRow, 5> messageTypes = {{
+    {Constellation::gps, "LNAV"},
+    {Constellation::glonass, "FDMA"},
+    {Constellation::galileo, "IFNV"},
+    {Constellation::beidou, "D1D2"},
+    {Constellation::navic, "LNAV"},
 }};
-const TermsRow& termsRowOf(Constellation constellation) {
-    return *std::ranges::find(termsRows, constellation, &TermsRow::constellation);
+std::string_view messageTypeOf(Constellation constellation) {
+    return std::ranges::find(messageTypes, constellation, &MessageTypeRow::constellation)->type;
 }
 
-// The UTC of a pair: its identifier at 4.01 and its number at 3.05, 0 for none.
+// The UTC of a pair.
 struct UtcRow {
     std::string_view pair;
     std::string_view identifier;
-    int number;
 };
 constexpr std::array<UtcRow, 5> utcRows = {{
-    {"GPUT", "UTC(USNO)", 2},
-    {"GLUT", "UTC(SU)", 3},
-    {"GAUT", "UTCGAL", 5},
-    {"BDUT", "UTC(NTSC)", 7},
-    {"IRUT", "UTCIRN", 0},
+    {"GPUT", "UTC(USNO)"},
+    {"GLUT", "UTC(SU)"},
+    {"GAUT", "UTCGAL"},
+    {"BDUT", "UTC(NTSC)"},
+    {"IRUT", "UTCIRN"},
 }};
 
-constexpr std::size_t klobucharHalf = 4;
 constexpr std::size_t nequickTerms = 3;
 
-void writeIonosphereLine(TextWriter& out, std::string_view name, std::span<const double> values,
-                         const IonosphereTerms& terms) {
-    constexpr int width = 12;
-    constexpr int decimals = 4;
-    out.left(name, 4).blanks(1);
-    for (const double value : values) {
-        out.scientific(value, decimals, width, exponentLetter);
-    }
-    int column = 5 + width * static_cast<int>(values.size());
-    if (terms.constellation == Constellation::beidou) {
-        const char hour = static_cast<char>('A' + reading::calendarOf(terms.sent).hour);
-        out.blanks(1).text({&hour, 1}).blanks(1).integer(terms.sv, 2);
-        column += 5;
-    }
-    out.blanks(labelColumn - column).text("IONOSPHERIC CORR").endLine();
-}
-
-void writeIonosphereLines(TextWriter& out, const IonosphereTerms& terms) {
-    const TermsRow& row = termsRowOf(terms.constellation);
-    const std::span<const double> values(terms.values);
-    if (terms.constellation == Constellation::galileo) {
-        const std::array<double, klobucharHalf> three = {values[0], values[1], values[2], 0.0};
-        writeIonosphereLine(out, row.alphaName, three, terms);
-        return;
-    }
-    writeIonosphereLine(out, row.alphaName, values.first(klobucharHalf), terms);
-    writeIonosphereLine(out, row.betaName, values.subspan(klobucharHalf, klobucharHalf), terms);
-}
-
-int utcNumber(std::string_view pair) {
-    const auto row = std::ranges::find(utcRows, pair, &UtcRow::pair);
-    return row == utcRows.end() ? 0 : row->number;
-}
-
-void writeOffsetLine(TextWriter& out, const TimeOffsetTerms& terms) {
-    out.text(terms.pair).blanks(1);
-    out.scientific(terms.a0, 10, 17, exponentLetter).scientific(terms.a1, 9, 16, exponentLetter);
-    out.blanks(1).integer(static_cast<std::int64_t>(terms.reference), 6).blanks(1).integer(terms.week, 4);
-    out.blanks(7).integer(utcNumber(terms.pair), 2).blanks(1).text("TIME SYSTEM CORR").endLine();
-}
-
 void writeIonosphereRecord(TextWriter& out, const IonosphereTerms& terms) {
-    writeHead(out, "ION", terms.constellation, terms.sv, termsRowOf(terms.constellation).type);
+    writeHead(out, "ION", terms.constellation, terms.sv, messageTypeOf(terms.constellation));
     out.blanks(4);
     writeEpoch(out, terms.sent);
     const std::span<const double> values(terms.values);
@@ -157,8 +111,8 @@ void writeIonosphereRecord(TextWriter& out, const IonosphereTerms& terms) {
     writeValues(out, values.subspan(7, 1));
 }
 
-void writeOffsetRecord(TextWriter& out, const TimeOffsetTerms& terms, std::int32_t sv) {
-    writeHead(out, "STO", terms.constellation, sv, termsRowOf(terms.constellation).type);
+void writeOffsetRecord(TextWriter& out, const TimeOffsetTerms& terms) {
+    writeHead(out, "STO", terms.constellation, terms.sv, messageTypeOf(terms.constellation));
     out.blanks(4);
     writeEpoch(out, terms.epoch);
     const auto utc = std::ranges::find(utcRows, terms.pair, &UtcRow::pair);
@@ -174,8 +128,8 @@ void writeOffsetRecord(TextWriter& out, const TimeOffsetTerms& terms, std::int32
     writeValues(out, std::array{terms.transmission, terms.a0, terms.a1, 0.0});
 }
 
-void writeEphemeris(TextWriter& out, const NavigationRecord& record, NavigationVersion version) {
-    if (version == NavigationVersion::rinex4) {
+void writeEphemeris(TextWriter& out, const NavigationRecord& record, RinexVersion version) {
+    if (version == RinexVersion::v401) {
         writeHead(out, "EPH", record.constellation, record.sv, record.typeName);
     }
     writeLetter(out, record.constellation);
@@ -192,48 +146,52 @@ void writeEphemeris(TextWriter& out, const NavigationRecord& record, NavigationV
 
 }  // namespace
 
-bool isKnownTo(NavigationVersion version, NavType type) {
+bool isKnownTo(RinexVersion version, NavType type) {
     switch (type) {
         case NavType::cnav:
         case NavType::cnv2:
         case NavType::cnv1:
-        case NavType::cnv3: return version == NavigationVersion::rinex4;
+        case NavType::cnv3: return version == RinexVersion::v401;
         default: return true;
     }
 }
 
-PerConstellation<bool> constellationsOf(const NavigationSet& navigation, NavigationVersion version) {
-    PerConstellation<bool> present{};
-    for (const NavigationRecord* record : navigation.sortedRecords()) {
-        present[indexOf(record->constellation)] |= isKnownTo(version, record->type);
-    }
-    return present;
+bool NavigationContent::empty() const {
+    return std::ranges::all_of(records, [](const auto& kinds) { return kinds.empty(); });
 }
 
-void writeCorrectionLines(TextWriter& out, const NavigationSet& navigation) {
-    for (const TermsRow& row : termsRows) {
-        const auto& sets = navigation.ionosphere();
-        const auto last = std::find_if(sets.rbegin(), sets.rend(), [&](const IonosphereTerms& terms) {
-            return terms.constellation == row.constellation;
-        });
-        if (last != sets.rend()) {
-            writeIonosphereLines(out, *last);
-        }
-    }
-    for (const std::string_view pair : {"GPUT", "GLUT", "GLGP", "GAUT", "GAGP", "BDUT", "IRUT"}) {
-        const auto& sets = navigation.offsets();
-        const auto last = std::find_if(sets.rbegin(), sets.rend(),
-                                       [&](const TimeOffsetTerms& terms) { return terms.pair == pair; });
-        if (last != sets.rend()) {
-            writeOffsetLine(out, *last);
-        }
-    }
+char NavigationContent::systemLetter() const {
+    const auto present = [](const auto& kinds) { return !kinds.empty(); };
+    const auto first = std::ranges::find_if(records, present);
+    return std::ranges::count_if(records, present) == 1
+               ? systemLetters[static_cast<std::size_t>(first - records.begin())]
+               : 'M';
 }
 
-void writeNavigationRecords(TextWriter& out, const NavigationSet& navigation, NavigationVersion version) {
-    if (version == NavigationVersion::rinex4) {
+NavigationContent contentOf(const NavigationSet& navigation, RinexVersion version) {
+    NavigationContent content;
+    for (const NavigationRecord& record : navigation.records()) {
+        if (isKnownTo(version, record.type)) {
+            ++content.records[indexOf(record.constellation)][record.typeName];
+        } else {
+            ++content.leftOut;
+        }
+    }
+    if (version == RinexVersion::v401) {
         for (const TimeOffsetTerms& terms : navigation.offsets()) {
-            writeOffsetRecord(out, terms, 0);
+            ++content.records[indexOf(terms.constellation)]["STO"];
+        }
+        for (const IonosphereTerms& terms : navigation.ionosphere()) {
+            ++content.records[indexOf(terms.constellation)]["ION"];
+        }
+    }
+    return content;
+}
+
+void writeNavigationRecords(TextWriter& out, const NavigationSet& navigation, RinexVersion version) {
+    if (version == RinexVersion::v401) {
+        for (const TimeOffsetTerms& terms : navigation.offsets()) {
+            writeOffsetRecord(out, terms);
         }
         for (const IonosphereTerms& terms : navigation.ionosphere()) {
             writeIonosphereRecord(out, terms);
