@@ -237,9 +237,6 @@ Broadcast decodeKlobuchar(const Message& message, Constellation constellation) {
         terms.alpha[i] = static_cast<double>(bodies::iono::alpha[i].load(body));
         terms.beta[i] = static_cast<double>(bodies::iono::beta[i].load(body));
     }
-    if (constellation == Constellation::beidou) {
-        terms.tot = bodies::iono::tot.load(body);
-    }
     return withoutSatellite(constellation, terms);
 }
 

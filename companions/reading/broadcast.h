@@ -85,7 +85,6 @@ struct NavicEphemeris {
 struct KlobucharTerms {
     std::array<double, 4> alpha{};
     std::array<double, 4> beta{};
-    std::optional<double> tot{};  // seconds of week; BeiDou's message alone says it
 };
 
 // One system time against another: a0 + a1 (t - reference), whole leap seconds taken out.
