@@ -132,8 +132,7 @@ void EpochCollector::close(const Message& message) {
     epoch_.endOffset = message.offset + message.bytes;
     epoch_.time.reset();
     if (epoch_.timeOfDayMs) {
-        const bool fellBack = previousTimeOfDayMs_ && *epoch_.timeOfDayMs < *previousTimeOfDayMs_;
-        if (date_ && fellBack && !epoch_.hasOwnDate) {
+        if (date_ && passedMidnight()) {
             *date_ += std::chrono::days{1};
         }
         if (date_) {
@@ -142,6 +141,20 @@ void EpochCollector::close(const Message& message) {
     }
     previousTimeOfDayMs_ = epoch_.timeOfDayMs;
     listSatellites();
+}
+
+bool EpochCollector::passedMidnight() const {
+    const bool fellBack =
+        previousTimeOfDayMs_ && epoch_.timeOfDayMs && *epoch_.timeOfDayMs < *previousTimeOfDayMs_;
+    return fellBack && !epoch_.hasOwnDate;
+}
+
+std::optional<LogTime> EpochCollector::timeSoFar() const {
+    if (!date_) {
+        return std::nullopt;
+    }
+    return *date_ + std::chrono::days{passedMidnight() ? 1 : 0} +
+           std::chrono::milliseconds{epoch_.timeOfDayMs.value_or(0)};
 }
 
 // NN has one byte for each GLONASS satellite of the list, in its order.

@@ -100,6 +100,10 @@ public:
     // The date of the last RD, moved on at each midnight since; for what comes between epochs.
     [[nodiscard]] std::optional<LogDate> date() const { return date_; }
 
+    // The date and time of day as the messages so far tell them, for what comes in an epoch that is not
+    // closed; midnight as long as no time of day has come. Nothing without a date.
+    [[nodiscard]] std::optional<LogTime> timeSoFar() const;
+
     // What the next epoch takes over. Means something between epochs alone: behind add() that closed one.
     [[nodiscard]] CarriedTime carriedTime() const { return {date_, epoch_.timeOfDayMs, epoch_.timeBase}; }
 
@@ -112,6 +116,8 @@ private:
     void takeList(const Message& message);
     void close(const Message& message);
     void listSatellites();
+    // Whether midnight has passed since the epoch before, and no date has told so.
+    [[nodiscard]] bool passedMidnight() const;
 
     Epoch epoch_;
     bool closed_ = true;  // the next message begins an epoch

@@ -8,6 +8,8 @@
 #include "standard/epoch_lines.h"
 #include "standard/epoch_sequence.h"
 #include "standard/file_names.h"
+#include "standard/navigation_header.h"
+#include "standard/navigation_writer.h"
 #include "standard/stop_request.h"
 #include "standard/summary.h"
 
@@ -41,10 +43,38 @@ double sizeOf(const std::string& name) {
     return ignored ? 1.0 : std::max(static_cast<double>(bytes), 1.0);
 }
 
+// The log's first date, with the time of day that has come until then.
+ReceptionTime firstTimeOf(const Options& options) {
+    reading::LogReader reader(openLog(options.logName));
+    reading::EpochCollector collector;
+    for (auto item = reader.next(); item != reading::LogItem::end && !collector.date();
+         item = reader.next()) {
+        if (item == reading::LogItem::message && collector.add(reader.message())) {
+            endIfAsked();
+        }
+    }
+    return inGpsTime(collector.timeSoFar(), collector.epoch().timeBase);
+}
+
+ObservationFileName nameOf(const Options& options, const HeaderTexts& texts, const ContentSurvey& content) {
+    return {.station = options.station.value_or(stationOf(texts.markerName.value_or(""))),
+            .first = content.first.value_or(reading::LogTime{}),
+            .last = content.last.value_or(reading::LogTime{}),
+            .intervalMs = content.steps.mostFrequent(),
+            .system = systemLetterOf(columnsOf(content))};
+}
+
+std::filesystem::path folderOf(const Options& options) {
+    return options.outputDirectory ? std::filesystem::path(*options.outputDirectory)
+                                   : std::filesystem::path(options.logName).parent_path();
+}
+
 }  // namespace
 
 Survey surveyOf(const Options& options, ProgressBar& progress) {
-    Surveyor surveyor(options.selection, options.firstDate);
+    const bool tellsDate = options.firstDate.has_value();
+    Surveyor surveyor(options.selection, options.firstDate,
+                      tellsDate ? ReceptionTime{} : firstTimeOf(options));
     reading::LogReader reader(openLog(options.logName));
     const double size = sizeOf(options.logName);
     for (auto item = reader.next(); item != reading::LogItem::end; item = reader.next()) {
@@ -86,16 +116,17 @@ std::string hindranceOf(const Survey& survey) {
 
 std::filesystem::path observationPathOf(const Options& options, const HeaderTexts& texts,
                                         const ContentSurvey& content) {
-    const Columns columns = columnsOf(content);
-    ObservationFileName name{.station = options.station.value_or(stationOf(texts.markerName.value_or(""))),
-                             .first = content.first.value_or(reading::LogTime{}),
-                             .last = content.last.value_or(reading::LogTime{}),
-                             .intervalMs = content.steps.mostFrequent(),
-                             .system = systemLetterOf(columns)};
-    const std::filesystem::path folder = options.outputDirectory
-                                             ? std::filesystem::path(*options.outputDirectory)
-                                             : std::filesystem::path(options.logName).parent_path();
-    return folder / textOf(name);
+    return folderOf(options) / textOf(nameOf(options, texts, content));
+}
+
+std::optional<std::filesystem::path> navigationPathOf(const Options& options, const HeaderTexts& texts,
+                                                      const Survey& survey) {
+    const NavigationContent content = contentOf(survey.navigation, options.selection.version);
+    if (content.empty()) {
+        return std::nullopt;
+    }
+    const ObservationFileName beside = nameOf(options, texts, survey.content);
+    return folderOf(options) / navigationNameBeside(beside, content.systemLetter());
 }
 
 void writeObservations(OutputFile& file, const Options& options, const HeaderTexts& texts, Survey& survey,
@@ -123,6 +154,22 @@ void writeObservations(OutputFile& file, const Options& options, const HeaderTex
         throw std::runtime_error(options.logName + ": its second reading found other epochs than its first");
     }
     survey.content.epochs = written;
+}
+
+void writeNavigation(OutputFile& file, const Options& options, const HeaderTexts& texts,
+                     const Survey& survey) {
+    const RinexVersion version = options.selection.version;
+    writeNavigationHeader(file.writer(),
+                          {.version = version,
+                           .systemLetter = contentOf(survey.navigation, version).systemLetter(),
+                           .runTime = currentTime(),
+                           .comments = texts.comments,
+                           .navigation = survey.navigation,
+                           .leapSeconds = survey.leapSeconds,
+                           .first = survey.content.first.value_or(reading::LogTime{})});
+    writeNavigationRecords(file.writer(), survey.navigation, version);
+    file.check();
+    endIfAsked();
 }
 
 }  // namespace orbconv::standard

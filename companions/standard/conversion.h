@@ -1,7 +1,8 @@
-// From a log to a file: the survey, and the writing of what it found.
+// From a log to its files: the survey, and the writing of what it found.
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "standard/observation_header.h"
@@ -25,8 +26,16 @@ std::string hindranceOf(const Survey& survey);
 std::filesystem::path observationPathOf(const Options& options, const HeaderTexts& texts,
                                         const ContentSurvey& content);
 
+// The path of the navigation file beside it; nothing if the log holds no record for it.
+std::optional<std::filesystem::path> navigationPathOf(const Options& options, const HeaderTexts& texts,
+                                                      const Survey& survey);
+
 // The header and all epochs. Counts in `survey` the epochs whose time came twice.
 void writeObservations(OutputFile& file, const Options& options, const HeaderTexts& texts, Survey& survey,
                        ProgressBar& progress);
+
+// The header and all records.
+void writeNavigation(OutputFile& file, const Options& options, const HeaderTexts& texts,
+                     const Survey& survey);
 
 }  // namespace orbconv::standard

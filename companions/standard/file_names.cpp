@@ -38,6 +38,16 @@ std::string field(std::int64_t number, char unit) {
     return padded(number, 2) + unit;
 }
 
+// Station, source, start and period.
+std::string stemOf(const ObservationFileName& name) {
+    const reading::CalendarTime start = reading::calendarOf(name.first);
+    std::string text = name.station + "_R_";
+    text +=
+        padded(start.year, 4) + padded(start.dayOfYear, 3) + padded(start.hour, 2) + padded(start.minute, 2);
+    const std::int64_t span = (name.last - name.first).count();
+    return text + '_' + periodField(name.intervalMs ? span + *name.intervalMs : span);
+}
+
 }  // namespace
 
 char capitalOf(char c) {
@@ -103,14 +113,11 @@ std::string rateField(std::optional<std::int64_t> intervalMs) {
 }
 
 std::string textOf(const ObservationFileName& name) {
-    const reading::CalendarTime start = reading::calendarOf(name.first);
-    std::string text = name.station + "_R_";
-    text +=
-        padded(start.year, 4) + padded(start.dayOfYear, 3) + padded(start.hour, 2) + padded(start.minute, 2);
-    const std::int64_t span = (name.last - name.first).count();
-    text += '_' + periodField(name.intervalMs ? span + *name.intervalMs : span);
-    text += '_' + rateField(name.intervalMs) + '_' + name.system + "O.rnx";
-    return text;
+    return stemOf(name) + '_' + rateField(name.intervalMs) + '_' + name.system + "O.rnx";
+}
+
+std::string navigationNameBeside(const ObservationFileName& name, char system) {
+    return stemOf(name) + '_' + system + "N.rnx";
 }
 
 }  // namespace orbconv::standard

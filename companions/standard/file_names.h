@@ -1,4 +1,5 @@
-// The long names of RINEX files: XXXXMRCCC_R_YYYYDDDHHMM_PPP_FFF_MO.rnx.
+// The long names of RINEX files: XXXXMRCCC_R_YYYYDDDHHMM_PPP_FFF_MO.rnx and
+// XXXXMRCCC_R_YYYYDDDHHMM_PPP_MN.rnx.
 #pragma once
 
 #include <cstdint>
@@ -39,5 +40,8 @@ struct ObservationFileName {
     char system = 'M';  // letter of the version line
 };
 std::string textOf(const ObservationFileName& name);
+
+// The navigation file beside it, by the letter of its own version line.
+std::string navigationNameBeside(const ObservationFileName& name, char system);
 
 }  // namespace orbconv::standard

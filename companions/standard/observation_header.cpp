@@ -4,7 +4,6 @@
 #include <map>
 
 #include "standard/header_fields.h"
-#include "standard/program.h"
 
 namespace orbconv::standard {
 
@@ -50,20 +49,6 @@ std::string threeLengths(const std::optional<std::array<double, 3>>& lengths) {
 }
 
 // ---- lines ----
-
-Lines versionLine(const HeaderFacts& facts) {
-    return {leftField(facts.version == RinexVersion::v305 ? "     3.05" : "     4.01", 20) +
-            leftField("OBSERVATION DATA", 20) + systemLetterOf(facts.columns)};
-}
-
-Lines programLine(const HeaderFacts& facts) {
-    const RunTime& time = facts.runTime;
-    std::string stamp = integerField(time.year, 4) + twoDigits(time.month) + twoDigits(time.day) + ' ';
-    stamp += twoDigits(time.hour) + twoDigits(time.minute) + twoDigits(time.second) + " UTC";
-    // The name in full would leave no room for the version.
-    const std::string program = "orbconv-std " + std::string(versionNumber);
-    return {leftField(leftField(program, 20).substr(0, 20), 40) + stamp};
-}
 
 Lines receiverLine(const HeaderFacts& facts) {
     return {textOf(facts.texts.receiverNumber, 20) + textOf(facts.texts.receiverType, 20) +
@@ -168,8 +153,8 @@ Lines leapSecondLine(const HeaderFacts& facts) {
 
 // clang-format off
 constexpr auto headerRows = std::to_array<HeaderRow>({
-    {"RINEX VERSION / TYPE", versionLine},
-    {"PGM / RUN BY / DATE",  programLine},
+    {"RINEX VERSION / TYPE", [](const HeaderFacts& facts) { return Lines{versionField(facts.version, "OBSERVATION DATA", systemLetterOf(facts.columns))}; }},
+    {"PGM / RUN BY / DATE",  [](const HeaderFacts& facts) { return Lines{programFields(facts.runTime)}; }},
     {"COMMENT",              [](const HeaderFacts& facts) { return facts.texts.comments; }},
     {"MARKER NAME",          [](const HeaderFacts& facts) { return Lines{textOf(facts.texts.markerName, 60)}; }},
     {"MARKER NUMBER",        [](const HeaderFacts& facts) { return onlyIfGiven(facts.texts.markerNumber); }},

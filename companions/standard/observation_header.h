@@ -2,21 +2,12 @@
 #pragma once
 
 #include "standard/columns.h"
+#include "standard/header_opening.h"
 #include "standard/header_texts.h"
 #include "standard/survey.h"
 #include "text/text_writer.h"
 
 namespace orbconv::standard {
-
-// The computer's clock in UTC.
-struct RunTime {
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-};
 
 struct HeaderFacts {
     RinexVersion version;

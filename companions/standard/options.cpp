@@ -25,15 +25,15 @@ constexpr auto fileRows = std::to_array<ValueRow>({
      [](Options& options, const std::string& text) { options.selection.version = versionOf(text); }},
     {"--output-dir", "DIR",       "where the files go [beside the log]",
      [](Options& options, const std::string& text) { options.outputDirectory = text; }},
-    {"--station",    "XXXXMRCCC", "station in the file's name [the marker's first four letters, 00XXX]",
+    {"--station",    "XXXXMRCCC", "station in the files' names [the marker's first four letters, 00XXX]",
      [](Options& options, const std::string& text) { options.station = stationNameOf(text); }},
 });
 constexpr auto selectionRows = std::to_array<ValueRow>({
     {"--systems",  "GRECI",   "constellations: GPS, GLONASS, Galileo, BeiDou, NavIC [all]",
      [](Options& options, const std::string& text) { options.selection.systems = systemsOf(text); }},
-    {"--start",    "TIME",    "first time that is taken, as 2024-05-06T23:00:30",
+    {"--start",    "TIME",    "first time of the observations, as 2024-05-06T23:00:30",
      [](Options& options, const std::string& text) { options.selection.start = timeOf(text); }},
-    {"--end",      "TIME",    "last time that is taken",
+    {"--end",      "TIME",    "last time of the observations",
      [](Options& options, const std::string& text) { options.selection.end = timeOf(text); }},
     {"--interval", "SECONDS", "epochs on whole multiples of it since midnight",
      [](Options& options, const std::string& text) { options.selection.intervalMs = intervalMsOf(text); }},
@@ -128,8 +128,8 @@ Options optionsOf(int argc, const char* const* argv) {
     const std::string name(programName);
     argparse::ArgumentParser parser(name, name + ' ' + std::string(versionNumber));
     parser.add_description(
-        "Writes the observations of a receiver's log as a RINEX file, to the letter of the\n"
-        "standard and with every value that the log holds.");
+        "Writes the observations and the navigation messages of a receiver's log as RINEX\n"
+        "files, to the letter of the standard and with every value that the log holds.");
     parser.add_epilog(
         "Exit status: 0 all is written, 2 written, but something was lost to damage or missing\n"
         "dates, 1 not written. Times are in the file's time system.");

@@ -60,10 +60,16 @@ void OutputFile::check() const {
     }
 }
 
-void OutputFile::finish() {
+void OutputFile::close() {
     writer_.flush();
     stream_.close();
     check();
+}
+
+void OutputFile::finish() {
+    if (stream_.is_open()) {
+        close();
+    }
     std::error_code error;
     std::filesystem::rename(partPath_, path_, error);
     if (error) {

@@ -23,6 +23,8 @@ public:
 
     // Fails if something could not be written so far; cheap enough to ask after each epoch.
     void check() const;
+    // Writes all out, still under the name with ".part"; only the new name is left for finish().
+    void close();
     void finish();
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }

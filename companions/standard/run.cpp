@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 
 #include "standard/conversion.h"
@@ -21,17 +22,32 @@ void tell(std::string_view text) {
     std::cerr << programName << ": " << text << '\n';
 }
 
-void tellSummary(const Survey& survey, const std::filesystem::path& path) {
-    tell("written: " + path.string());
-    for (const std::string& line : contentLines(survey.content, columnsOf(survey.content))) {
-        std::cerr << "  " << line << '\n';
+void tellLines(std::string_view indent, const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) {
+        std::cerr << indent << line << '\n';
     }
+}
+
+void tellSummary(const Options& options, const Survey& survey, const OutputFile& observations,
+                 const std::optional<OutputFile>& navigation) {
+    const RinexVersion version = options.selection.version;
+    tell("written: " + observations.path().string());
+    tellLines("  ", contentLines(survey.content, columnsOf(survey.content)));
     const std::vector<std::string> losses = lossLines(survey.lost);
     if (!losses.empty()) {
-        std::cerr << "  left out (a satellite counts in each of its epochs):\n";
+        tellLines("  ", {"left out (a satellite counts in each of its epochs):"});
+        tellLines("    ", losses);
     }
-    for (const std::string& line : losses) {
-        std::cerr << "    " << line << '\n';
+    if (navigation) {
+        tell("written: " + navigation->path().string());
+    } else {
+        tell("no navigation file: the log holds no record for it");
+    }
+    tellLines("  ", navigationLines(survey.navigation, version));
+    const std::vector<std::string> navigationLosses = navigationLossLines(survey.navigation, version);
+    if (!navigationLosses.empty()) {
+        tellLines("  ", {"left out:"});
+        tellLines("    ", navigationLosses);
     }
 }
 
@@ -45,15 +61,25 @@ int convert(const Options& options) {
     }
     std::vector<std::string> warnings;
     const HeaderTexts texts = headerTextsOf(options.texts, survey.site, warnings);
-    OutputFile file(observationPathOf(options, texts, survey.content), options.force);
-    writeObservations(file, options, texts, survey, progress);
-    file.finish();
+    // Both are there, or refused, ahead of the first byte.
+    OutputFile observations(observationPathOf(options, texts, survey.content), options.force);
+    std::optional<OutputFile> navigation;
+    if (const auto path = navigationPathOf(options, texts, survey)) {
+        navigation.emplace(*path, options.force);
+        writeNavigation(*navigation, options, texts, survey);
+    }
+    writeObservations(observations, options, texts, survey, progress);
+    observations.close();
+    if (navigation) {
+        navigation->finish();
+    }
+    observations.finish();
     progress.clear();
     if (!options.quiet) {
         for (const std::string& warning : warnings) {
             tell("warning: " + warning);
         }
-        tellSummary(survey, file.path());
+        tellSummary(options, survey, observations, navigation);
     }
     return hasLoss(survey.lost) ? exitWithLoss : 0;
 }

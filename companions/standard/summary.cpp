@@ -1,8 +1,11 @@
 #include "standard/summary.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "standard/header_fields.h"
+#include "standard/navigation_writer.h"
 #include "standard/observation_header.h"
 
 namespace orbconv::standard {
@@ -79,6 +82,42 @@ std::vector<std::string> lossLines(const LossCounts& lost) {
     for (const LossRow& row : lossRows) {
         if (const std::uint64_t count = row.count(lost); count != 0) {
             lines.push_back(std::string(row.text) + ": " + std::to_string(count));
+        }
+    }
+    return lines;
+}
+
+std::vector<std::string> navigationLines(const NavigationSet& navigation, RinexVersion version) {
+    std::vector<std::string> lines;
+    const NavigationContent content = contentOf(navigation, version);
+    for (std::size_t i = 0; i < constellationCount; ++i) {
+        std::string line = systemLetters[i] + std::string(": records");
+        for (const auto& [kind, count] : content.records[i]) {
+            line += ' ' + std::string(kind) + ' ' + std::to_string(count);
+        }
+        if (!content.records[i].empty()) {
+            lines.push_back(line);
+        }
+    }
+    if (const std::uint64_t repeated = navigation.losses().repeated; repeated != 0) {
+        lines.push_back("repetitions of these: " + std::to_string(repeated));
+    }
+    return lines;
+}
+
+std::vector<std::string> navigationLossLines(const NavigationSet& navigation, RinexVersion version) {
+    const NavigationLosses& losses = navigation.losses();
+    const std::array<std::pair<const char*, std::uint64_t>, 4> rows = {{
+        {"messages of a form that is not known", losses.unknownForm},
+        {"messages with a satellite, time or number that a record cannot show", losses.unusable},
+        {"messages without date", losses.withoutDate},
+        {"records of kinds that 3.05 does not know (--rinex 4.01 has them)",
+         contentOf(navigation, version).leftOut},
+    }};
+    std::vector<std::string> lines;
+    for (const auto& [text, count] : rows) {
+        if (count != 0) {
+            lines.push_back(std::string(text) + ": " + std::to_string(count));
         }
     }
     return lines;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "reading/broadcast.h"
 #include "standard/epoch_lines.h"
+#include "standard/leap_seconds.h"
 
 namespace orbconv::standard {
 
@@ -64,8 +66,17 @@ SatelliteSet ContentSurvey::satellites(Constellation constellation) const {
     return all;
 }
 
-Surveyor::Surveyor(const Selection& selection, std::optional<reading::LogDate> firstDate)
+ReceptionTime inGpsTime(std::optional<reading::LogTime> time, std::uint8_t timeBase) {
+    if (time && timeScaleOf(timeBase) == TimeScale::utc) {
+        *time += std::chrono::seconds{leapSecondsAt(*time)};
+    }
+    return time;
+}
+
+Surveyor::Surveyor(const Selection& selection, std::optional<reading::LogDate> firstDate,
+                   ReceptionTime firstTime)
     : selection_(selection),
+      firstTime_(firstTime),
       collector_(reading::CarriedTime{.date = firstDate, .timeOfDayMs = {}}),
       carried_{.date = firstDate, .timeOfDayMs = {}} {}
 
@@ -76,6 +87,7 @@ void Surveyor::take(const reading::Message& message, const reading::LogReader::H
         survey_.leapSeconds = leapSeconds;
     }
     survey_.lost.hasOpenEpoch = survey_.lost.hasOpenEpoch || message.row == rowOf("SX");
+    takeNavigation(message);
     if (collector_.add(message)) {
         survey_.lost.hasOpenEpoch = false;
         takeEpoch(collector_.epoch());
@@ -87,6 +99,15 @@ void Surveyor::take(const reading::Message& message, const reading::LogReader::H
 void Surveyor::take(const reading::Damage& damage) {
     ++survey_.lost.damagedStretches;
     survey_.lost.damagedBytes += damage.bytes;
+}
+
+void Surveyor::takeNavigation(const reading::Message& message) {
+    const reading::Broadcast broadcast = reading::decodeBroadcast(message);
+    if (broadcast.state != reading::BroadcastState::none &&
+        selection_.systems[orbconv::indexOf(broadcast.constellation)]) {
+        const auto time = inGpsTime(collector_.timeSoFar(), collector_.epoch().timeBase);
+        survey_.navigation.add(broadcast, time ? time : firstTime_);
+    }
 }
 
 void Surveyor::takeEpoch(const reading::Epoch& epoch) {

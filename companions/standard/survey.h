@@ -13,6 +13,7 @@
 #include "reading/log_reader.h"
 #include "reading/site_identity.h"
 #include "standard/epoch_gate.h"
+#include "standard/navigation_set.h"
 #include "standard/observations.h"
 #include "standard/selection.h"
 
@@ -75,6 +76,7 @@ struct LossCounts {
 struct Survey {
     ContentSurvey content;
     reading::SiteIdentity site;
+    NavigationSet navigation;        // of the systems that are asked for
     std::optional<int> leapSeconds;  // of the log's last UO or EU
     std::vector<Stretch> stretches;
     LossCounts lost;
@@ -82,11 +84,16 @@ struct Survey {
     std::uint64_t epochs = 0;  // that the log closed
 };
 
+// A time of the log in GPS time: one on a time base of UTC lacks the leap seconds of its date.
+ReceptionTime inGpsTime(std::optional<reading::LogTime> time, std::uint8_t timeBase);
+
 // Takes the log's items one by one.
 class Surveyor {
 public:
-    // `firstDate` is that of the first epoch if the log has no date ahead of its end.
-    Surveyor(const Selection& selection, std::optional<reading::LogDate> firstDate);
+    // `firstDate` is that of the first epoch if the log has no date ahead of its end. A navigation message
+    // ahead of every date counts as received at `firstTime`, in GPS time.
+    Surveyor(const Selection& selection, std::optional<reading::LogDate> firstDate,
+             ReceptionTime firstTime = {});
 
     // The habits are those of the reader that took the message.
     void take(const reading::Message& message, const reading::LogReader::Habits& habits);
@@ -95,11 +102,13 @@ public:
     Survey finish();
 
 private:
+    void takeNavigation(const reading::Message& message);
     void takeEpoch(const reading::Epoch& epoch);
     void takeInOrder(const reading::Epoch& epoch);
     bool continuesStretch(const reading::Epoch& epoch);
 
     const Selection& selection_;
+    ReceptionTime firstTime_;
     reading::EpochCollector collector_;
     reading::CarriedTime carried_;              // by the epoch that is being collected
     reading::LogReader::Habits habits_{};       // ahead of it

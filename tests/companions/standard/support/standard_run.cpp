@@ -77,18 +77,48 @@ StandardRun runStandard(std::string_view log, std::vector<std::string> arguments
     return result;
 }
 
-std::string StandardRun::text() const {
-    EXPECT_EQ(files.size(), 1U) << errors;
-    return files.size() == 1 ? files.begin()->second : "";
+namespace {
+
+// The texts of the files of a kind: observation files end in "O.rnx".
+std::vector<std::string> textsOf(const std::map<std::string, std::string>& files, std::string_view ending) {
+    std::vector<std::string> texts;
+    for (const auto& [name, text] : files) {
+        if (name.ends_with(ending)) {
+            texts.push_back(text);
+        }
+    }
+    return texts;
 }
 
-std::vector<std::string> StandardRun::lines() const {
+std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> all;
-    std::istringstream stream(text());
+    std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);) {
         all.push_back(line);
     }
     return all;
+}
+
+}  // namespace
+
+std::string StandardRun::text() const {
+    const auto texts = textsOf(files, "O.rnx");
+    EXPECT_EQ(texts.size(), 1U) << errors;
+    return texts.size() == 1 ? texts.front() : "";
+}
+
+std::string StandardRun::navigationText() const {
+    const auto texts = textsOf(files, "N.rnx");
+    EXPECT_LE(texts.size(), 1U) << errors;
+    return texts.empty() ? "" : texts.front();
+}
+
+std::vector<std::string> StandardRun::lines() const {
+    return linesOf(text());
+}
+
+std::vector<std::string> StandardRun::navigationLines() const {
+    return linesOf(navigationText());
 }
 
 std::vector<std::string> StandardRun::labelled(std::string_view label) const {

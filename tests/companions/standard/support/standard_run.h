@@ -34,8 +34,11 @@ struct StandardRun {
     std::string errors;                        // the error stream
     std::map<std::string, std::string> files;  // by name, without the log
 
-    // The text of the one file; empty, and a failure of the test, if there is not just one.
+    // The text of the one observation file; empty, and a failure of the test, if there is not just one.
     [[nodiscard]] std::string text() const;
+    // The text of the navigation file; empty if there is none.
+    [[nodiscard]] std::string navigationText() const;
+    [[nodiscard]] std::vector<std::string> navigationLines() const;
     [[nodiscard]] std::vector<std::string> lines() const;
     // The first 60 columns, without the blanks at their end, of the header lines with a label.
     [[nodiscard]] std::vector<std::string> labelled(std::string_view label) const;

@@ -1,0 +1,236 @@
+#include "standard/navigation_set.h"
+
+#include <algorithm>
+#include <bit>
+#include <chrono>
+#include <cmath>
+#include <optional>
+
+#include "standard/leap_seconds.h"
+#include "standard/navigation_time.h"
+#include "standard/navigation_values.h"
+
+namespace orbconv::standard {
+
+namespace {
+
+using reading::LogTime;
+using std::chrono::seconds;
+
+constexpr seconds beidouBehindGps{14};
+constexpr std::int32_t greatestWeek = 9999;  // four columns
+
+struct EphemerisTest {
+    bool operator()(const reading::GlonassEphemeris& /*glonass*/) const { return true; }
+    template <class Body>
+    bool operator()(const Body& /*body*/) const {
+        return requires(const Body& body) {
+            body.orbit;
+        };
+    }
+};
+bool isEphemeris(const reading::Broadcast& broadcast) {
+    return std::visit(EphemerisTest{}, broadcast.body);
+}
+
+// What makes a record a repetition of another: satellite, kind, and all numbers but one.
+bool sameContent(const NavigationRecord& a, const NavigationRecord& b) {
+    if (a.constellation != b.constellation || a.sv != b.sv || a.type != b.type || a.epoch != b.epoch) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.values.size(); ++i) {
+        const bool equal = a.values[i] == b.values[i] || (std::isnan(a.values[i]) && std::isnan(b.values[i]));
+        if (!equal && i != a.transmission) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::uint64_t contentHash(const NavigationRecord& record) {
+    constexpr std::uint64_t prime = 0x100000001B3;
+    std::uint64_t hash = static_cast<std::uint64_t>(record.epoch.time_since_epoch().count());
+    const auto mix = [&hash](std::uint64_t value) { hash = (std::rotl(hash, 23) ^ value) * prime; };
+    mix(indexOf(record.constellation));
+    mix(static_cast<std::uint64_t>(record.sv));
+    mix(static_cast<std::uint64_t>(record.type));
+    for (std::size_t i = 0; i < record.values.size(); ++i) {
+        mix(i == record.transmission ? 0 : std::bit_cast<std::uint64_t>(record.values[i]));
+    }
+    return hash;
+}
+
+// Makes the terms such as their fields can show them. False if that cannot be, or if all of them are 0, which
+// receivers give as long as they know none.
+template <std::size_t Count>
+bool settleTerms(const std::array<double*, Count>& terms) {
+    bool tells = false;
+    for (double* const term : terms) {
+        const std::optional<double> shown = printable(*term);
+        if (!shown) {
+            return false;
+        }
+        *term = *shown;
+        tells = tells || *shown != 0.0;
+    }
+    return tells;
+}
+
+LogTime inSystemTime(LogTime gpsTime, Constellation constellation) {
+    const LogTime whole = std::chrono::floor<seconds>(gpsTime);
+    switch (constellation) {
+        case Constellation::beidou: return whole - beidouBehindGps;
+        case Constellation::glonass: return whole - seconds{leapSecondsAt(gpsTime)};
+        default: return whole;
+    }
+}
+
+// The reference stands in the week that is nearest to the reception among those that the message can mean.
+TimeOffsetTerms offsetTerms(Constellation constellation, std::string_view pair,
+                            const reading::TimeOffset& offset, LogTime gpsTime) {
+    const WeekCount weeks =
+        weekCountOf(constellation == Constellation::beidou ? constellation : Constellation::gps);
+    const std::int32_t week = settledWeek(offset.week, offset.reference, weeks, gpsTime);
+    const LogTime weekStart = weeks.start + std::chrono::days{7} * std::int64_t{week};
+    return {.constellation = constellation,
+            .pair = pair,
+            .a0 = offset.a0,
+            .a1 = offset.a1,
+            .reference = offset.reference,
+            .week = week,
+            .epoch = weekStart + seconds{static_cast<std::int64_t>(offset.reference)},
+            .transmission = secondsOf(inSystemTime(gpsTime, constellation), weekStart)};
+}
+
+// GLONASS gives the corrections of its own time: their sign turned, they are offsets. They are of the day.
+TimeOffsetTerms glonassTerms(std::string_view pair, double correction, LogTime gpsTime) {
+    const LogTime sent = inSystemTime(gpsTime, Constellation::glonass);
+    const auto day = std::chrono::floor<std::chrono::days>(sent);
+    const LogTime weekStart = day - std::chrono::days{std::chrono::weekday{day}.c_encoding()};
+    return {.constellation = Constellation::glonass,
+            .pair = pair,
+            .a0 = 0.0 - correction,
+            .epoch = day,
+            .transmission = secondsOf(sent, weekStart)};
+}
+
+constexpr std::string_view utcPair(Constellation constellation) {
+    switch (constellation) {
+        case Constellation::beidou: return "BDUT";
+        case Constellation::navic: return "IRUT";
+        default: return "GPUT";
+    }
+}
+
+}  // namespace
+
+void NavigationSet::add(const reading::Broadcast& broadcast, const ReceptionTime& received) {
+    switch (broadcast.state) {
+        case reading::BroadcastState::none: return;
+        case reading::BroadcastState::unknownForm: ++losses_.unknownForm; return;
+        case reading::BroadcastState::decoded: break;
+    }
+    if (!received) {
+        ++losses_.withoutDate;
+        return;
+    }
+    if (isEphemeris(broadcast) && !addRecord(broadcast, *received)) {
+        ++losses_.unusable;
+        return;
+    }
+    addTerms(broadcast, *received);
+}
+
+bool NavigationSet::addRecord(const reading::Broadcast& broadcast, LogTime received) {
+    const auto record = recordOf(broadcast, received);
+    if (!record) {
+        return false;
+    }
+    std::int32_t& last = lastSatellite_[indexOf(broadcast.constellation)];
+    if (last == 0) {  // of terms that came ahead of every ephemeris of their constellation
+        const auto nameSatellite = [&](auto& terms) {
+            terms.sv = terms.constellation == broadcast.constellation ? broadcast.sv : terms.sv;
+        };
+        std::ranges::for_each(ionosphere_, nameSatellite);
+        std::ranges::for_each(offsets_, nameSatellite);
+    }
+    last = broadcast.sv;
+    const std::uint64_t hash = contentHash(*record);
+    const auto [first, end] = byContent_.equal_range(hash);
+    const bool isRepeated = std::any_of(
+        first, end, [&](const auto& entry) { return sameContent(records_[entry.second], *record); });
+    if (isRepeated) {
+        ++losses_.repeated;
+    } else {
+        byContent_.emplace(hash, records_.size());
+        records_.push_back(*record);
+    }
+    return true;
+}
+
+void NavigationSet::addIonosphere(IonosphereTerms terms) {
+    std::array<double*, 8> values{};
+    std::ranges::transform(terms.values, values.begin(), [](double& value) { return &value; });
+    if (!settleTerms(values)) {
+        return;
+    }
+    const auto [entry, isNew] =
+        ionosphereByContent_.try_emplace({terms.constellation, terms.values}, ionosphere_.size());
+    if (isNew) {
+        ionosphere_.push_back(terms);
+    }
+    ionosphere_[entry->second].heard = ++heard_;
+}
+
+void NavigationSet::addOffset(TimeOffsetTerms terms) {
+    const bool hasReference =
+        isSecondOfWeek(terms.reference) && terms.week >= 0 && terms.week <= greatestWeek;
+    if (!hasReference || !settleTerms(std::array{&terms.a0, &terms.a1})) {
+        return;
+    }
+    terms.sv = lastSatellite_[indexOf(terms.constellation)];
+    const auto [entry, isNew] =
+        offsetsByContent_.try_emplace({terms.pair, terms.a0, terms.a1, terms.epoch}, offsets_.size());
+    if (isNew) {
+        offsets_.push_back(terms);
+    }
+    offsets_[entry->second].heard = ++heard_;
+}
+
+void NavigationSet::addTerms(const reading::Broadcast& broadcast, LogTime received) {
+    const Constellation constellation = broadcast.constellation;
+    IonosphereTerms ionosphere{.constellation = constellation,
+                               .sv = lastSatellite_[indexOf(constellation)],
+                               .sent = inSystemTime(received, constellation)};
+    if (const auto* galileo = std::get_if<reading::GalileoEphemeris>(&broadcast.body)) {
+        const reading::NequickTerms& terms = galileo->ionosphere;
+        ionosphere.values = {terms.ai[0], terms.ai[1], terms.ai[2], static_cast<double>(terms.flags)};
+        addIonosphere(ionosphere);
+    } else if (const auto* terms = std::get_if<reading::KlobucharTerms>(&broadcast.body)) {
+        std::ranges::copy(terms->alpha, ionosphere.values.begin());
+        std::ranges::copy(terms->beta, ionosphere.values.begin() + terms->alpha.size());
+        addIonosphere(ionosphere);
+    } else if (const auto* utc = std::get_if<reading::UtcOffset>(&broadcast.body)) {
+        addOffset(offsetTerms(constellation, utcPair(constellation), utc->offset, received));
+    } else if (const auto* offsets = std::get_if<reading::GalileoOffsets>(&broadcast.body)) {
+        addOffset(offsetTerms(constellation, "GAUT", offsets->utc.offset, received));
+        addOffset(offsetTerms(constellation, "GAGP", offsets->gps, received));
+    } else if (const auto* glonass = std::get_if<reading::GlonassOffsets>(&broadcast.body)) {
+        addOffset(glonassTerms("GLUT", glonass->tauC, received));
+        addOffset(glonassTerms("GLGP", glonass->tauGps, received));
+    }
+}
+
+std::vector<const NavigationRecord*> NavigationSet::sortedRecords() const {
+    std::vector<const NavigationRecord*> sorted;
+    sorted.reserve(records_.size());
+    for (const NavigationRecord& record : records_) {
+        sorted.push_back(&record);
+    }
+    std::ranges::stable_sort(sorted, {}, [](const NavigationRecord* record) {
+        return std::tuple(record->epoch, indexOf(record->constellation), record->sv);
+    });
+    return sorted;
+}
+
+}  // namespace orbconv::standard
