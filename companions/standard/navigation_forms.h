@@ -146,9 +146,9 @@ struct KeplerColumns {
     static constexpr Column<Entry> unknown = columns::blank<Entry>;
 
     static constexpr std::array<Column<Entry>, valuesOfEpochLine> clock = {af0, af1, af2};
-    static constexpr OrbitLine<Entry> line1(Column<Entry> first) { return {first, Crs, deltaN, M0}; }
+    static consteval OrbitLine<Entry> line1(Column<Entry> first) { return {first, Crs, deltaN, M0}; }
     static constexpr OrbitLine<Entry> line2 = {Cuc, e, Cus, sqrtA};
-    static constexpr OrbitLine<Entry> line3(Column<Entry> first) { return {first, Cic, Omega0, Cis}; }
+    static consteval OrbitLine<Entry> line3(Column<Entry> first) { return {first, Cic, Omega0, Cis}; }
     static constexpr OrbitLine<Entry> line4 = {i0, Crc, omega, OmegaDot};
 };
 

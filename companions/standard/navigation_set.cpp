@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <chrono>
-#include <cmath>
 #include <optional>
 
 #include "standard/leap_seconds.h"
@@ -33,31 +32,15 @@ bool isEphemeris(const reading::Broadcast& broadcast) {
     return std::visit(EphemerisTest{}, broadcast.body);
 }
 
-// What makes a record a repetition of another: satellite, kind, and all numbers but one.
-bool sameContent(const NavigationRecord& a, const NavigationRecord& b) {
-    if (a.constellation != b.constellation || a.sv != b.sv || a.type != b.type || a.epoch != b.epoch) {
-        return false;
-    }
-    for (std::size_t i = 0; i < a.values.size(); ++i) {
-        const bool equal = a.values[i] == b.values[i] || (std::isnan(a.values[i]) && std::isnan(b.values[i]));
-        if (!equal && i != a.transmission) {
-            return false;
-        }
-    }
-    return true;
-}
-
-std::uint64_t contentHash(const NavigationRecord& record) {
-    constexpr std::uint64_t prime = 0x100000001B3;
-    std::uint64_t hash = static_cast<std::uint64_t>(record.epoch.time_since_epoch().count());
-    const auto mix = [&hash](std::uint64_t value) { hash = (std::rotl(hash, 23) ^ value) * prime; };
-    mix(indexOf(record.constellation));
-    mix(static_cast<std::uint64_t>(record.sv));
-    mix(static_cast<std::uint64_t>(record.type));
+// What makes a record a repetition of another: satellite, kind, epoch, and all numbers but one. Blanks are
+// all of one pattern of bits, and no zero has a sign.
+RecordContent contentOfRecord(const NavigationRecord& record) {
+    RecordContent content{record.constellation, record.sv, record.type, record.epoch, {}};
+    auto& bits = std::get<RecordBits>(content);
     for (std::size_t i = 0; i < record.values.size(); ++i) {
-        mix(i == record.transmission ? 0 : std::bit_cast<std::uint64_t>(record.values[i]));
+        bits[i] = i == record.transmission ? 0 : std::bit_cast<std::uint64_t>(record.values[i]);
     }
-    return hash;
+    return content;
 }
 
 // Makes the terms such as their fields can show them. False if that cannot be, or if all of them are 0, which
@@ -155,15 +138,10 @@ bool NavigationSet::addRecord(const reading::Broadcast& broadcast, LogTime recei
         std::ranges::for_each(offsets_, nameSatellite);
     }
     last = broadcast.sv;
-    const std::uint64_t hash = contentHash(*record);
-    const auto [first, end] = byContent_.equal_range(hash);
-    const bool isRepeated = std::any_of(
-        first, end, [&](const auto& entry) { return sameContent(records_[entry.second], *record); });
-    if (isRepeated) {
-        ++losses_.repeated;
-    } else {
-        byContent_.emplace(hash, records_.size());
+    if (contents_.insert(contentOfRecord(*record)).second) {
         records_.push_back(*record);
+    } else {
+        ++losses_.repeated;
     }
     return true;
 }

@@ -5,9 +5,10 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string_view>
 #include <tuple>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "reading/broadcast.h"
@@ -45,6 +46,10 @@ struct NavigationLosses {
     std::uint64_t withoutDate = 0;  // the log has no date
 };
 
+// All of a record but its time of transmission, the values as their bits.
+using RecordBits = std::array<std::uint64_t, mostValues>;
+using RecordContent = std::tuple<Constellation, std::int32_t, NavType, reading::LogTime, RecordBits>;
+
 class NavigationSet {
 public:
     // The time of reception is GPS time; a message without one is only counted.
@@ -68,7 +73,7 @@ private:
     void addTerms(const reading::Broadcast& broadcast, reading::LogTime received);
 
     std::vector<NavigationRecord> records_;
-    std::unordered_multimap<std::uint64_t, std::size_t> byContent_;
+    std::set<RecordContent> contents_;
     std::vector<IonosphereTerms> ionosphere_;
     std::map<std::pair<Constellation, std::array<double, 8>>, std::size_t> ionosphereByContent_;
     std::vector<TimeOffsetTerms> offsets_;

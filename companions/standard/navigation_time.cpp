@@ -19,7 +19,7 @@ constexpr LogDate beidouStart{std::chrono::year{2006} / 1 / 1};
 // GLONASS counts the days of four years, from the first of January of a leap year, in Moscow's calendar.
 constexpr LogDate fourYearsStart{std::chrono::year{1996} / 1 / 1};
 constexpr std::int64_t daysOfFourYears = 1461;
-constexpr std::int64_t moscowAheadOfUtc = 3 * 3600;
+constexpr std::int64_t moscowAheadOfUtc = std::int64_t{3} * 3600;
 constexpr std::int64_t contradictionHours = 36;
 
 // Weeks of UTC begin on Sunday.

@@ -36,13 +36,14 @@ constexpr std::optional<double> nominalAccuracy(std::int32_t index) {
 }
 
 // Metres of Galileo's SISA index; -1 where no accuracy is predicted.
-constexpr double sisaOf(std::int32_t index) {
+inline double sisaOf(std::int32_t index) {
     for (const SisaRow& row : sisaRows) {
         if (index >= row.first && index <= row.last) {
             // In hundredths, so that the quotient is the number that is nearest to the decimal one.
-            const auto hundredths = [](double metres) { return static_cast<int>(metres * 100.0 + 0.5); };
-            return (hundredths(static_cast<double>(row.start)) + (index - row.first) * hundredths(row.step)) /
-                   100.0;
+            const auto hundredths = [](double metres) { return std::lround(metres * 100.0); };
+            const long whole =
+                hundredths(static_cast<double>(row.start)) + (index - row.first) * hundredths(row.step);
+            return static_cast<double>(whole) / 100.0;
         }
     }
     return static_cast<double>(noAccuracy);

@@ -215,6 +215,16 @@ TEST(NavigationFile, TermsWithoutSatelliteLeaveItBlank) {
     EXPECT_EQ(recordsOf(run)[0], "> ION G   LNAV");
 }
 
+TEST(NavigationFile, OffsetThatIsNotAgainstUtcNamesNone) {
+    LogBuilder log;
+    log.rd(2025, 1, 5).eu({.a0Gps = 0x1p-32F, .totGps = 7200, .weekGps = 300});
+    addEpoch(log, twoHours);
+    const Lines records = recordsOf(runStandard(log.bytes(), {"--rinex", "4.01"}));
+    ASSERT_EQ(records.size(), 3U);
+    EXPECT_EQ(records[0], "> STO E   IFNV");
+    EXPECT_EQ(records[1], "    2025 01 05 02 00 00 GAGP");
+}
+
 // ---- leap seconds ----
 
 TEST(NavigationFile, LeapSecondsOfTheDateWhereTheyMustStand) {

@@ -120,6 +120,8 @@ TEST(NavigationSet, LossesAreCountedByReason) {
     set.add(testsupport::broadcastIn(LogBuilder().ge123(testsupport::keplerOfWeek(300)).take()),
             std::nullopt);
     EXPECT_EQ(set.losses().withoutDate, 1U);
+    set.add({}, at("2025-01-05"));
+    EXPECT_EQ(set.losses().unusable, 1U);
     EXPECT_TRUE(set.records().empty());
 }
 
