@@ -22,9 +22,11 @@ std::string_view nameOf(std::string_view path) {
 }
 
 void addHead(Markup& page, std::span<const LogSummary> logs) {
-    page.raw("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-             "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
-             "<meta name=\"generator\" content=\"orbconv-inspect ");
+    page.raw(pageOpening);
+    page.raw(
+        "\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
+        "<meta name=\"generator\" content=\"orbconv-inspect ");
     page.text(programVersion).raw("\">\n<title>");
     if (logs.size() == 1) {
         page.shortText(nameOf(logs.front().file));
@@ -48,7 +50,9 @@ void addHead(Markup& page, std::span<const LogSummary> logs) {
 void addExplanation(Markup& page, const LogPicture& picture, std::size_t fold) {
     const Timeline& timeline = picture.timeline;
     const auto bins = static_cast<std::int64_t>(std::min(fold, timeline.bins));
-    page.raw("<p class=\"faint\">From ").text(timeText(timeline.start, picture.log.dated)).raw(" on, in steps of ");
+    page.raw("<p class=\"faint\">From ")
+        .text(timeText(timeline.start, picture.log.dated))
+        .raw(" on, in steps of ");
     page.text(durationText(timeline.binWidth * bins)).raw(".");
     if (timeline.epochsLeftOut > 0) {
         page.raw(" ").text(counted(timeline.epochsLeftOut, "epoch", "epochs"));
@@ -75,7 +79,8 @@ void addPictures(Markup& page, const LogSummary& log, std::size_t number, std::s
     page.raw("<h3>Number of satellites</h3>\n");
     addSatelliteChart(page, picture);
     if (!timeline.signals.empty()) {
-        page.raw("<h3>Carrier-to-noise density</h3>\n<p class=\"faint\">Mean of all satellites, in dB-Hz.</p>\n");
+        page.raw(
+            "<h3>Carrier-to-noise density</h3>\n<p class=\"faint\">Mean of all satellites, in dB-Hz.</p>\n");
         addStrengthCharts(page, picture);
     }
 }

@@ -8,6 +8,9 @@
 
 namespace orbconv::inspect {
 
+// What every page begins with.
+inline constexpr const char* pageOpening = "<!DOCTYPE html>";
+
 void writePage(std::ostream& out, std::span<const LogSummary> logs);
 
 }  // namespace orbconv::inspect

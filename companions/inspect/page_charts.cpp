@@ -43,7 +43,8 @@ Scale scaleFor(double least, double most, std::int64_t leastStep) {
 }
 
 std::int64_t heightOf(const Scale& scale, double value) {
-    const double share = (static_cast<double>(scale.most) - value) / static_cast<double>(scale.most - scale.least);
+    const double share =
+        (static_cast<double>(scale.most) - value) / static_cast<double>(scale.most - scale.least);
     return chartEdge + std::llround(share * static_cast<double>(chartHeight - 2 * chartEdge));
 }
 
@@ -63,7 +64,9 @@ void addScale(Markup& page, const Scale& scale) {
 void openPlot(Markup& page, const LogPicture& picture, const Scale& scale, std::string_view title,
               std::string_view description) {
     page.raw("<svg class=\"plot\" viewBox=\"0 0 ").number(picture.timeline.bins).raw(" ").number(chartHeight);
-    page.raw("\" preserveAspectRatio=\"none\" height=\"").number(chartHeight / 10).raw("\" role=\"img\"><title>");
+    page.raw("\" preserveAspectRatio=\"none\" height=\"")
+        .number(chartHeight / 10)
+        .raw("\" role=\"img\"><title>");
     page.text(title).raw("</title><desc>").text(description).raw("</desc>");
     addBehind(page, picture);
     page.raw("<path class=\"grid\" d=\"");
@@ -87,8 +90,8 @@ std::vector<double> means(const LogPicture& picture, const std::vector<std::uint
     std::vector<double> result;
     for (const Column& column : picture.columns) {
         const std::uint64_t epochs = sumOver(picture.timeline.epochs, column);
-        result.push_back(epochs == 0 ? 0.0
-                                     : static_cast<double>(sumOver(sums, column)) / static_cast<double>(epochs));
+        result.push_back(
+            epochs == 0 ? 0.0 : static_cast<double>(sumOver(sums, column)) / static_cast<double>(epochs));
     }
     return result;
 }
@@ -117,7 +120,8 @@ std::vector<Layer> layersOf(const LogPicture& picture) {
 void addLayer(Markup& page, const LogPicture& picture, const Scale& scale, const Layer& layer) {
     std::vector<std::optional<std::int64_t>> heights;
     for (std::size_t i = 0; i < layer.tops.size(); ++i) {
-        heights.push_back(picture.columns[i].gap ? std::nullopt : std::optional(heightOf(scale, layer.tops[i])));
+        heights.push_back(picture.columns[i].gap ? std::nullopt
+                                                 : std::optional(heightOf(scale, layer.tops[i])));
     }
     page.raw("<path class=\"area fill-").text(systemColours[layer.system].name).raw("\" d=\"");
     page.text(areaPath(picture.columns, heights, heightOf(scale, std::int64_t{0}))).raw("\"/>");
@@ -143,7 +147,8 @@ std::string countsInWords(const Timeline& timeline) {
         all.most = std::max(all.most, timeline.satellites[i].most);
         epochs += timeline.epochs[i];
     }
-    const double mean = static_cast<double>(all.sum) / static_cast<double>(std::max<std::uint64_t>(epochs, 1));
+    const double mean =
+        static_cast<double>(all.sum) / static_cast<double>(std::max<std::uint64_t>(epochs, 1));
     return "from " + std::to_string(all.least) + " to " + std::to_string(all.most) + " in an epoch, " +
            decimal(mean, 1) + " on average";
 }
@@ -160,9 +165,9 @@ std::vector<std::optional<double>> meansOf(const LogPicture& picture, const Sign
             sum += signal.bins[i].sum;
             count += signal.bins[i].count;
         }
-        result.push_back(count == 0 ? std::nullopt
-                                    : std::optional(static_cast<double>(sum) * strengthUnit /
-                                                    static_cast<double>(count)));
+        result.push_back(
+            count == 0 ? std::nullopt
+                       : std::optional(static_cast<double>(sum) * strengthUnit / static_cast<double>(count)));
     }
     return result;
 }
@@ -200,14 +205,16 @@ void addCurveKey(Markup& page, std::span<const Curve> curves) {
     for (const Curve& curve : curves) {
         const std::string_view colour = signalColours[curve.signal->band].name;
         const std::string text = signalText(curve.signal->constellation, curve.signal->band);
-        page.raw("<li><svg viewBox=\"0 0 22 10\" aria-hidden=\"true\"><path class=\"curve stroke-").text(colour);
+        page.raw("<li><svg viewBox=\"0 0 22 10\" aria-hidden=\"true\"><path class=\"curve stroke-")
+            .text(colour);
         page.raw(" dash-").text(colour).raw("\" d=\"M0 5h22\"/></svg>");
         page.text(text.substr(constellationName(curve.signal->constellation).size() + 1)).raw("</li>");
     }
     page.raw("</ul>");
 }
 
-void addStrengthChart(Markup& page, const LogPicture& picture, const Scale& scale, std::span<const Curve> curves) {
+void addStrengthChart(Markup& page, const LogPicture& picture, const Scale& scale,
+                      std::span<const Curve> curves) {
     const std::string name(constellationName(curves.front().signal->constellation));
     page.raw("<figure class=\"chart\"><figcaption><b>").text(name).raw("</b>");
     addCurveKey(page, curves);
@@ -232,7 +239,8 @@ void addSatelliteChart(Markup& page, const LogPicture& picture) {
     addSystemKey(page, layers);
     page.raw("<span class=\"faint\">").text(words).raw("</span></figcaption>");
     addScale(page, scale);
-    openPlot(page, picture, scale, "Number of satellites over time", "Satellites in the list, " + words + ".");
+    openPlot(page, picture, scale, "Number of satellites over time",
+             "Satellites in the list, " + words + ".");
     for (std::size_t i = layers.size(); i > 0; --i) {
         addLayer(page, picture, scale, layers[i - 1]);
     }

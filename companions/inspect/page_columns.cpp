@@ -14,11 +14,12 @@ bool isGap(const Timeline& timeline, const Column& ahead, std::size_t bins,
            timeline.binWidth * static_cast<std::int64_t>(bins) >= 2 * interval.value_or(Milliseconds{0});
 }
 
-Presence presenceIn(const Timeline& timeline, const Column& column, const std::vector<std::uint32_t>& present) {
+Presence presenceIn(const Timeline& timeline, const Column& column,
+                    const std::vector<std::uint32_t>& present) {
     const std::uint64_t count = sumOver(present, column);
-    return count == 0                                   ? Presence::never
+    return count == 0                                 ? Presence::never
            : count < sumOver(timeline.epochs, column) ? Presence::sometimes
-                                                        : Presence::always;
+                                                      : Presence::always;
 }
 
 constexpr std::int64_t second = 1000;
@@ -87,7 +88,8 @@ std::vector<Column> makeColumns(const Timeline& timeline, std::optional<Millisec
                                 std::size_t fold) {
     std::vector<Column> columns;
     for (const Column& column : evenColumns(timeline, fold)) {
-        if (column.gap && !columns.empty() && !isGap(timeline, columns.back(), column.end - column.first, interval)) {
+        if (column.gap && !columns.empty() &&
+            !isGap(timeline, columns.back(), column.end - column.first, interval)) {
             columns.back().end = column.end;
         } else {
             columns.push_back(column);
@@ -97,7 +99,7 @@ std::vector<Column> makeColumns(const Timeline& timeline, std::optional<Millisec
 }
 
 std::vector<ColumnRun> runsOf(const Timeline& timeline, std::span<const Column> columns,
-                        const std::vector<std::uint32_t>& present, Presence least, Presence most) {
+                              const std::vector<std::uint32_t>& present, Presence least, Presence most) {
     std::vector<ColumnRun> runs;
     for (const Column& column : columns) {
         const Presence here = presenceIn(timeline, column, present);

@@ -50,7 +50,7 @@ struct ColumnRun {
 };
 // The runs of columns that have no less than `least` and no more than `most`.
 std::vector<ColumnRun> runsOf(const Timeline& timeline, std::span<const Column> columns,
-                        const std::vector<std::uint32_t>& present, Presence least, Presence most);
+                              const std::vector<std::uint32_t>& present, Presence least, Presence most);
 
 // A time written at the axis.
 struct Tick {

@@ -96,7 +96,8 @@ std::string grouped(std::uint64_t value) {
 std::string decimal(double value, int decimals) {
     std::array<char, 400> digits{};
     const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals).ptr;
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals)
+            .ptr;
     return {digits.data(), end};
 }
 

@@ -14,7 +14,7 @@ namespace orbconv::inspect {
 
 namespace {
 
-constexpr std::size_t mostPlaces = 10;   // gaps and places of damage
+constexpr std::size_t mostPlaces = 10;     // gaps and places of damage
 constexpr std::size_t mostMessages = 100;  // a log has some sixty ids
 
 void addState(Markup& page, Literal kind, const std::string& text) {
@@ -36,7 +36,8 @@ void addTimes(Markup& page, const LogSummary& log) {
         addNumber(page, "First epoch", timeText(*log.first, log.dated));
         addNumber(page, "Last epoch", timeText(*log.last, log.dated));
         addNumber(page, "Time scale", log.timeScale.empty() ? "no date" : log.timeScale);
-        addNumber(page, "From first to last", *log.last < *log.first ? "" : durationText(*log.last - *log.first));
+        addNumber(page, "From first to last",
+                  *log.last < *log.first ? "" : durationText(*log.last - *log.first));
     }
     addNumber(page, "Interval", log.interval ? durationText(*log.interval) : "\u2013");
     addNumber(page, "Epochs", grouped(log.epochs));
@@ -77,9 +78,10 @@ std::vector<TableRow> signalRows(const LogSummary& log) {
     std::vector<TableRow> rows;
     for (const SignalSummary& signal : log.signals) {
         const auto range = strengthRange(signal);
-        rows.push_back({.cells = {signalText(signal.constellation, signal.band), grouped(signal.satelliteCount),
-                                  percent(signal.epochs, log.epochs), range ? decimal(range->median, 2) : "",
-                                  range ? decimal(range->least, 2) + "\u2013" + decimal(range->most, 2) : ""}});
+        rows.push_back(
+            {.cells = {signalText(signal.constellation, signal.band), grouped(signal.satelliteCount),
+                       percent(signal.epochs, log.epochs), range ? decimal(range->median, 2) : "",
+                       range ? decimal(range->least, 2) + "\u2013" + decimal(range->most, 2) : ""}});
     }
     return rows;
 }
@@ -88,9 +90,9 @@ std::vector<TableRow> navigationRows(const LogSummary& log) {
     std::vector<TableRow> rows;
     for (const NavigationSummary& kind : log.navigation) {
         const NavigationKindRow& row = rowOf(kind.kind);
-        rows.push_back({.cells = {std::string(constellationName(row.constellation)).append(" ").append(row.name),
-                                  grouped(kind.messages),
-                                  row.namesSatellite ? grouped(kind.satellites.count()) : ""}});
+        rows.push_back(
+            {.cells = {std::string(constellationName(row.constellation)).append(" ").append(row.name),
+                       grouped(kind.messages), row.namesSatellite ? grouped(kind.satellites.count()) : ""}});
     }
     return rows;
 }
@@ -117,8 +119,10 @@ std::vector<TableRow> messageRows(const LogSummary& log) {
     std::vector<TableRow> rows;
     for (std::size_t i = 0; i < std::min(mostMessages, log.messagesById.size()); ++i) {
         const MessageCount& count = log.messagesById[i];
-        rows.push_back({.cells = {{count.id.first, count.id.second}, std::string(messageMeaning(count.id)),
-                                  grouped(count.count), grouped(count.bytes)}});
+        rows.push_back({.cells = {{count.id.first, count.id.second},
+                                  std::string(messageMeaning(count.id)),
+                                  grouped(count.count),
+                                  grouped(count.bytes)}});
     }
     return rows;
 }
@@ -136,8 +140,8 @@ constexpr auto navigationColumns =
     std::to_array<TableColumn>({{"Kind", words}, {"Messages", number}, {"Satellites", number}});
 constexpr auto gapColumns = std::to_array<TableColumn>({{"From", words}, {"To", words}, {"Length", number}});
 constexpr auto damageColumns = std::to_array<TableColumn>({{"Offset", number}, {"Bytes", number}});
-constexpr auto messageColumns =
-    std::to_array<TableColumn>({{"Id", CellKind::code}, {"What it is", words}, {"Count", number}, {"Bytes", number}});
+constexpr auto messageColumns = std::to_array<TableColumn>(
+    {{"Id", CellKind::code}, {"What it is", words}, {"Count", number}, {"Bytes", number}});
 constexpr auto findingColumns = std::to_array<TableColumn>(
     {{"Code", words}, {"Count", words}, {"What orbconv does", words}, {"First", words}});
 
@@ -180,7 +184,9 @@ void addNumbers(Markup& page, const LogSummary& log) {
     if (log.gapCount == 0) {
         addState(page, "good", "no gap");
     } else {
-        addState(page, "bad", counted(log.gapCount, "gap, ", "gaps, ") + counted(log.missingEpochs, "epoch", "epochs") + " missing");
+        addState(page, "bad",
+                 counted(log.gapCount, "gap, ", "gaps, ") + counted(log.missingEpochs, "epoch", "epochs") +
+                     " missing");
     }
     const auto own = static_cast<std::uint64_t>(
         std::ranges::count_if(log.findings, [](const Finding& finding) { return !finding.everySuch; }));
@@ -203,7 +209,9 @@ void addTables(Markup& page, const LogSummary& log) {
     page.raw("</div><div>\n<h3>Constellations</h3>\n");
     addTable(page, "", constellationColumns, constellationRows(log));
     if (log.unknownSystems > 0) {
-        page.raw("<p>").text(counted(log.unknownSystems, "entry", "entries")).raw(" of unknown systems.</p>\n");
+        page.raw("<p>")
+            .text(counted(log.unknownSystems, "entry", "entries"))
+            .raw(" of unknown systems.</p>\n");
     }
     page.raw("<h3>Navigation messages</h3>\n");
     addTable(page, "", navigationColumns, navigationRows(log));
@@ -214,12 +222,14 @@ void addTables(Markup& page, const LogSummary& log) {
         const auto damage = damageRows(log);
         if (log.gapCount > 0) {
             page.raw("<div><h3>Gaps</h3>\n");
-            addTable(page, counted(log.gapCount, "gap", "gaps") + firstOf(gaps.size(), log.gapCount), gapColumns, gaps);
+            addTable(page, counted(log.gapCount, "gap", "gaps") + firstOf(gaps.size(), log.gapCount),
+                     gapColumns, gaps);
             page.raw("</div>\n");
         }
         if (log.damageCount > 0) {
             page.raw("<div><h3>Damage</h3>\n");
-            addTable(page, counted(log.damageCount, "place", "places") + firstOf(damage.size(), log.damageCount),
+            addTable(page,
+                     counted(log.damageCount, "place", "places") + firstOf(damage.size(), log.damageCount),
                      damageColumns, damage);
             page.raw("</div>\n");
         }
@@ -230,13 +240,16 @@ void addTables(Markup& page, const LogSummary& log) {
 void addMessages(Markup& page, const LogSummary& log) {
     const auto rows = messageRows(log);
     page.raw("<h3>Messages</h3>\n");
-    addTable(page, counted(log.messagesById.size(), "id", "ids") + firstOf(rows.size(), log.messagesById.size()),
+    addTable(page,
+             counted(log.messagesById.size(), "id", "ids") + firstOf(rows.size(), log.messagesById.size()),
              messageColumns, rows);
 }
 
 void addFindings(Markup& page, const LogSummary& log) {
-    page.raw("<h3>What orbconv will make of it</h3>\n<p class=\"faint\">Where its files differ from the log or from "
-             "the standard; the codes are those of docs/differences.md.");
+    page.raw(
+        "<h3>What orbconv will make of it</h3>\n<p class=\"faint\">Where its files differ from the log or "
+        "from "
+        "the standard; the codes are those of docs/differences.md.");
     std::vector<TableRow> rows;
     addFindingRows(rows, log, false);
     const bool allOwn = rows.size() == log.findings.size();

@@ -9,8 +9,8 @@
 
 namespace orbconv::inspect {
 
-// What all pictures of a log share. The parts that repeat stand once in the page: behind the data the gaps and
-// the lines of the axis, ahead of it the damage.
+// What all pictures of a log share. The parts that repeat stand once in the page: behind the data the gaps
+// and the lines of the axis, ahead of it the damage.
 struct LogPicture {
     const LogSummary& log;
     const Timeline& timeline;

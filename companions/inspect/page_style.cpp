@@ -97,9 +97,9 @@ void addUses(Markup& page, std::span<const ColourRow> colours) {
 }
 
 void addVariables(Markup& page, std::string_view ColourRow::*shade) {
-    for (const std::span<const ColourRow> table : {std::span<const ColourRow>(signalColours),
-                                                   std::span<const ColourRow>(systemColours),
-                                                   std::span<const ColourRow>(pageColours)}) {
+    for (const std::span<const ColourRow> table :
+         {std::span<const ColourRow>(signalColours), std::span<const ColourRow>(systemColours),
+          std::span<const ColourRow>(pageColours)}) {
         for (const ColourRow& colour : table) {
             page.raw("--").text(colour.name).raw(":").text(colour.*shade).raw(";");
         }

@@ -30,7 +30,9 @@ void addRow(Markup& page, std::span<const TableColumn> columns, const TableRow& 
 
 void addTable(Markup& page, std::string_view caption, std::span<const TableColumn> columns,
               std::span<const TableRow> rows, bool stacked) {
-    page.raw("<div class=\"scroll\"><table class=\"data").raw(stacked ? Literal(" stack") : Literal("")).raw("\">");
+    page.raw("<div class=\"scroll\"><table class=\"data")
+        .raw(stacked ? Literal(" stack") : Literal(""))
+        .raw("\">");
     if (!caption.empty()) {
         page.raw("<caption>").text(caption).raw("</caption>");
     }

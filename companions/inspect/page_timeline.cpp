@@ -59,7 +59,9 @@ void addKey(Markup& page, Constellation constellation, const Lanes& lanes) {
     page.raw("<ul class=\"key\">");
     for (const std::size_t band : lanes.bands) {
         page.raw("<li><svg viewBox=\"0 0 22 10\" aria-hidden=\"true\"><path class=\"lane stroke-");
-        page.text(signalColours[band].name).raw("\" d=\"M0 5h22\"/></svg>").text(laneText(constellation, band));
+        page.text(signalColours[band].name)
+            .raw("\" d=\"M0 5h22\"/></svg>")
+            .text(laneText(constellation, band));
         page.raw("</li>");
     }
     page.raw(lanes.bands.empty() ? Literal("<li>listed only</li></ul>") : Literal("</ul>"));
@@ -72,8 +74,8 @@ void addRuns(Markup& page, const std::string& path, Literal kind, std::size_t ba
     }
 }
 
-void addLane(Markup& page, const LogPicture& picture, const std::vector<std::uint32_t>& present, std::size_t band,
-             std::size_t middle) {
+void addLane(Markup& page, const LogPicture& picture, const std::vector<std::uint32_t>& present,
+             std::size_t band, std::size_t middle) {
     const auto pathOf = [&](Presence presence) {
         return runsPath(runsOf(picture.timeline, picture.columns, present, presence, presence),
                         static_cast<std::int64_t>(middle));
@@ -147,7 +149,8 @@ void addMarks(Markup& page, const LogPicture& picture, std::string_view name, Li
 }
 
 std::string timeOf(const LogPicture& picture, const Column& column) {
-    const LogTime time = picture.timeline.start + picture.timeline.binWidth * static_cast<std::int64_t>(column.first);
+    const LogTime time =
+        picture.timeline.start + picture.timeline.binWidth * static_cast<std::int64_t>(column.first);
     return timeText(time, picture.log.dated);
 }
 
@@ -162,28 +165,34 @@ void addEvents(Markup& page, const LogPicture& picture) {
              });
     addMarks(page, picture, "damage", "hurt", picture.timeline.damages, picture.log.damageCount,
              [&](const Column& column, std::uint64_t count) {
-                 return timeOf(picture, column) + ": " + counted(count, "place of damage", "places of damage") +
-                        ", " + counted(sumOver(picture.timeline.damageBytes, column), "byte", "bytes");
+                 return timeOf(picture, column) + ": " +
+                        counted(count, "place of damage", "places of damage") + ", " +
+                        counted(sumOver(picture.timeline.damageBytes, column), "byte", "bytes");
              });
     addAxisRow(page, picture);
     page.raw("</tbody>\n");
 }
 
 void addLegend(Markup& page) {
-    page.raw("<ul class=\"key\"><li><svg viewBox=\"0 0 22 10\" aria-hidden=\"true\"><path class=\"listed\" "
-             "stroke-width=\"10\" d=\"M0 5h22\"/></svg>in the list of satellites</li><li><svg viewBox=\"0 0 22 10\" "
-             "aria-hidden=\"true\"><path class=\"lane stroke-band-c\" d=\"M0 5h11\"/><path class=\"lane some "
-             "stroke-band-c\" d=\"M11 5h11\"/></svg>signal in all, in some epochs</li><li><svg viewBox=\"0 0 22 10\" "
-             "aria-hidden=\"true\"><path class=\"gaps\" d=\"M0 0h22v10H0z\"/></svg>no epoch</li><li><svg viewBox=\"0 0 "
-             "22 10\" aria-hidden=\"true\"><path class=\"hurt\" d=\"M11 0v10\"/></svg>damage</li></ul>\n");
+    page.raw(
+        "<ul class=\"key\"><li><svg viewBox=\"0 0 22 10\" aria-hidden=\"true\"><path class=\"listed\" "
+        "stroke-width=\"10\" d=\"M0 5h22\"/></svg>in the list of satellites</li><li><svg viewBox=\"0 0 22 "
+        "10\" "
+        "aria-hidden=\"true\"><path class=\"lane stroke-band-c\" d=\"M0 5h11\"/><path class=\"lane some "
+        "stroke-band-c\" d=\"M11 5h11\"/></svg>signal in all, in some epochs</li><li><svg viewBox=\"0 0 22 "
+        "10\" "
+        "aria-hidden=\"true\"><path class=\"gaps\" d=\"M0 0h22v10H0z\"/></svg>no epoch</li><li><svg "
+        "viewBox=\"0 0 "
+        "22 10\" aria-hidden=\"true\"><path class=\"hurt\" d=\"M11 0v10\"/></svg>damage</li></ul>\n");
 }
 
 }  // namespace
 
 void addTimeline(Markup& page, const LogPicture& picture) {
     addLegend(page);
-    page.raw("<table class=\"timeline\"><thead><tr><th class=\"name\" scope=\"col\">name</th><th scope=\"col\">"
-             "signals over time</th><th class=\"share\" scope=\"col\">epochs</th></tr></thead>\n");
+    page.raw(
+        "<table class=\"timeline\"><thead><tr><th class=\"name\" scope=\"col\">name</th><th scope=\"col\">"
+        "signals over time</th><th class=\"share\" scope=\"col\">epochs</th></tr></thead>\n");
     addEvents(page, picture);
     std::optional<Constellation> open;
     Lanes lanes;
