@@ -26,6 +26,9 @@ void CommandLine::parse(int argc, const char* const* argv) {
     parser_.parse_args(argc, argv);
     options_.json = parser_.get<bool>("--json");
     options_.quiet = parser_.get<bool>("--quiet");
+    if (parser_.is_used("--html") && (options_.htmlFile.empty() || options_.htmlFile == "-")) {
+        throw std::runtime_error("--html: a page needs the name of a file");
+    }
     if (parser_.is_used("logs")) {
         options_.logs = parser_.get<std::vector<std::string>>("logs");
     }

@@ -9,16 +9,15 @@ namespace orbconv::inspect {
 std::size_t GlonassLines::fill(const reading::Epoch& epoch) {
     const auto slots = epoch.bytes(rowOf("NN"));
     std::copy_n(slots.begin(), std::min(slots.size(), slots_.size()), slots_.begin());
-    std::size_t count = 0;
-    for (const reading::EpochSatellite& satellite : epoch.satellites()) {
-        if (satellite.constellation == Constellation::glonass && count < records) {
-            if (count < slots_.size()) {
-                records_[count].slot = slots_[count];
-            }
-            ++count;
-        }
+    if (epoch.has(rowOf("SX"))) {
+        const auto listed = std::ranges::count(epoch.satellites(), Constellation::glonass,
+                                               &reading::EpochSatellite::constellation);
+        listed_ = std::min(static_cast<std::size_t>(listed), records);
     }
-    return count;
+    for (std::size_t i = 0; i < std::min(listed_, slots_.size()); ++i) {
+        records_[i].slot = slots_[i];
+    }
+    return listed_;
 }
 
 // Neighbours change places by slot; a record without one stays where it is and parts the others.

@@ -30,6 +30,7 @@ private:
 
     std::array<Record, records> records_{};
     std::array<std::uint8_t, 24> slots_{};  // of the last NN, as they are staged
+    std::size_t listed_ = 0;                // of the last list
 };
 
 }  // namespace orbconv::inspect

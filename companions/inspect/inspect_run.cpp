@@ -36,18 +36,6 @@ std::string bytesText(std::uint64_t bytes) {
     return std::to_string(bytes) + " bytes";
 }
 
-// Whether the page may take the place of what `file` names. Of the files that are there only a page may be
-// overwritten: `--html *.kvs`, without a name for the page, names a log.
-bool mayBecomePage(const std::string& file) {
-    std::error_code ignored;
-    if (!fs::is_regular_file(file, ignored) || fs::file_size(file, ignored) == 0) {
-        return true;
-    }
-    std::string start(pageStart.size(), '\0');
-    std::ifstream(file, std::ios::binary).read(start.data(), static_cast<std::streamsize>(start.size()));
-    return start == pageStart;
-}
-
 bool writeHtml(const std::string& file, const std::vector<LogSummary>& logs, std::ostream& errors) {
     std::ofstream page(file, std::ios::binary);
     if (page) {
@@ -59,6 +47,25 @@ bool writeHtml(const std::string& file, const std::vector<LogSummary>& logs, std
                << '\n';
     }
     return !page.fail();
+}
+
+// Why the page must not be written to this file; empty: it can be. A slip such as "--html a.kvs b.kvs" must
+// not cost a log: nothing is overwritten but a page.
+std::string whyNoPage(const InspectOptions& options) {
+    const std::string& file = options.htmlFile;
+    std::error_code ignored;
+    for (const std::string& log : options.logs) {
+        if (fs::equivalent(file, log, ignored)) {
+            return "is one of the logs; the page needs a file of its own";
+        }
+    }
+    if (!fs::is_regular_file(file, ignored) || fs::file_size(file, ignored) == 0) {
+        return {};
+    }
+    const std::string_view pages = pageOpening;
+    std::string opening(pages.size(), '\0');
+    std::ifstream(file, std::ios::binary).read(opening.data(), static_cast<std::streamsize>(opening.size()));
+    return opening == pages ? "" : "is there already and is no page; it is left as it is";
 }
 
 // All logs of the command line, and their status so far.
@@ -92,11 +99,6 @@ void writeScreens(std::ostream& out, const std::vector<LogSummary>& logs) {
 }
 
 int run(const InspectOptions& options, std::ostream& out, std::ostream& errors, bool terminal) {
-    if (!mayBecomePage(options.htmlFile)) {
-        errors << "orbconv-inspect: " << options.htmlFile
-               << ": is there already and is no page: not overwritten\n";
-        return notReadable;
-    }
     std::vector<LogSummary> logs;
     int status = readLogs(options, logs, errors, terminal);
     if (options.json) {
@@ -148,6 +150,8 @@ LogResult inspectLog(const std::string& file, const LogWishes& wishes) {
     }
     const auto size = sizeOf(file);
     reading::LogReader reader(opened);
+    // What can't be read twice, such as a pipe, has no bytes to go back to.
+    const bool regular = fs::is_regular_file(file, ignored);
     SummaryWishes summaryWishes{
         .timeline = wishes.timeline, .progress = {}, .end = size && *size > 0 ? *size : UINT64_MAX};
     std::optional<ProgressBar> bar;
@@ -155,11 +159,14 @@ LogResult inspectLog(const std::string& file, const LogWishes& wishes) {
         bar.emplace(*wishes.progress, file, *size, ProgressBar::Clock::now());
         summaryWishes.progress = [&](std::uint64_t taken) { bar->show(taken, ProgressBar::Clock::now()); };
     }
-    LogSummary summary = summarise(reader, LogBytes(file), summaryWishes);
+    LogSummary summary = summarise(reader, LogBytes(regular ? file : std::string{}), summaryWishes);
     if (bar) {
         bar->clear();
     }
     summary.file = file;
+    if (!regular) {
+        summary.notes.emplace_back("this can be read only once: O26 and O32 are not told in full");
+    }
     return judged(std::move(summary), {.before = size, .after = sizeOf(file)}, reader.failed());
 }
 
@@ -179,6 +186,10 @@ int inspect(int argc, const char* const* argv, std::ostream& out, std::ostream& 
     if (commandLine.wantsVersion()) {
         out << "orbconv-inspect " << programVersion << '\n';
         return nothingWrong;
+    }
+    if (const std::string why = whyNoPage(options); !why.empty()) {
+        errors << "orbconv-inspect: " << options.htmlFile << ": " << why << '\n';
+        return notReadable;
     }
     return run(options, out, errors, terminal);
 }

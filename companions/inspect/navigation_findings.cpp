@@ -1,11 +1,14 @@
 #include "inspect/navigation_findings.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <string_view>
 
-#include "log/little_endian.h"
+#include "log/epoch_bodies.h"
+#include "log/navigation_bodies.h"
 #include "navdecode/kepler_block.h"
+#include "navdecode/message_meaning.h"
 #include "navdecode/navigation_tables.h"
 
 namespace orbconv::inspect {
@@ -16,54 +19,27 @@ using reading::LogDate;
 using reading::LogTime;
 using reading::Message;
 
-// Fields of the bodies that are looked at here (receiver's format).
-namespace dateBody {
-constexpr BodyField<std::uint16_t> year{0};
-constexpr BodyField<std::uint8_t> month{2};
-constexpr BodyField<std::uint8_t> day{3};
-constexpr BodyField<std::uint8_t> timeBase{4};
-}  // namespace dateBody
-// The orbit and clock that open GE, EN, CN and IE: decodeKeplerBlock() takes the rest.
 using Kepler = KeplerBlock;
-namespace keplerBody {
-constexpr BodyField<std::uint8_t> sv{0};
-constexpr BodyField<std::int8_t> uraIndex{12};
-constexpr std::size_t bytes = 122;
-}  // namespace keplerBody
-namespace glonassBody {
-constexpr BodyField<std::uint8_t> sv{0};
-constexpr BodyField<std::int32_t> tk{4};
-constexpr BodyField<std::int32_t> tb{8};
-}  // namespace glonassBody
-namespace cnavBody {
-constexpr std::size_t firstAccuracy = 143;  // four signed bytes
-constexpr std::size_t accuracies = 4;
-}  // namespace cnavBody
-namespace ionosphereBody {
-constexpr std::size_t coefficients = 6;  // eight of 4 bytes; of these 0, 1 and 4 tell a repetition
-constexpr std::size_t bytes = 38;
-}  // namespace ionosphereBody
-namespace timeOffsetBody {
-constexpr BodyField<double> a0{0};
-constexpr std::size_t keyBytes = 16;      // a0, a1 and tot
-constexpr BodyField<float> a0Gps{23};     // EU
-constexpr BodyField<float> tauGps{8};     // NU
-constexpr std::size_t glonassBytes = 12;  // tauC, tauGps
-}  // namespace timeOffsetBody
 
 constexpr std::size_t tableCapacity = static_cast<std::size_t>(ephemerisTableCapacity);
-constexpr std::int32_t secondsPerDay = 86400;
-constexpr std::int32_t moscowOffset = 3 * 3600;
+constexpr std::chrono::hours moscowOffset{3};
 constexpr std::int16_t fitIntervalLimit = 240;  // issue numbers from here on have no fit interval of 4 hours
 
-// How many sets of ionosphere coefficients and of time offsets are kept, by constellation; 0: any number.
-constexpr PerConstellation<std::uint64_t> ionosphereRoom = {499, 0, 0, 0, 99, 499, 0, 0};
-constexpr PerConstellation<std::uint64_t> timeOffsetRoom = {100, 0, 100, 0, 100, 99, 0, 0};
+// How many sets of ionosphere coefficients and of time offsets are kept, by constellation.
+constexpr PerConstellation<std::uint64_t> ionosphereRoom = {ionoWrap,       0,        0, 0,
+                                                            beidouIonoWrap, ionoWrap, 0, 0};
+constexpr PerConstellation<std::uint64_t> timeOffsetRoom = {
+    timeOffsetSlots, 0, timeOffsetSlots, 0, timeOffsetSlots, navicTimeOffsetWrap, 0, 0};
 
 // Added to a body's week for the week that is counted from the start of GPS time (BeiDou: of its own).
-constexpr PerConstellation<int> weekOffsets = {2048, 0, 1024, 0, 0, 2048, 0, 0};
+constexpr PerConstellation<int> weekOffsets = {
+    gpsWeekOffset, 0, galileoWeekOffset, 0, beidouWeekOffset, navicWeekOffset, 0, 0};
 constexpr LogDate gpsStart{std::chrono::local_days{std::chrono::January / 6 / 1980}};
 constexpr LogDate beidouStart{std::chrono::local_days{std::chrono::January / 1 / 2006}};
+
+// What opens a time offset and tells a repetition: a0, a1 and the reference time; of NU the two offsets.
+constexpr std::size_t timeOffsetKeyBytes = bodies::timeOffset::week.offset;
+constexpr std::size_t glonassKeyBytes = bodies::nu::word1.offset;
 
 // FNV-1a; never 0.
 std::uint64_t hashOf(std::span<const std::uint8_t> bytes, std::uint64_t hash = 0xCBF29CE484222325U) {
@@ -72,18 +48,26 @@ std::uint64_t hashOf(std::span<const std::uint8_t> bytes, std::uint64_t hash = 0
     }
     return hash | 1U;
 }
+std::uint64_t hashOf(std::span<const std::uint8_t> body, std::span<const BodyField<float>> fields) {
+    std::uint64_t hash = hashOf({});
+    for (const BodyField<float>& field : fields) {
+        hash = hashOf(body.subspan(field.offset, field.width), hash);
+    }
+    return hash;
+}
 
 Kepler keplerOf(Constellation constellation, const std::uint8_t* body) {
     Kepler kepler{};
     decodeKeplerBlock(body, weekOffsets[indexOf(constellation)], kepler);
-    kepler.sv = keplerBody::sv.load(body);
+    kepler.sv = bodies::kepler::sv.load(body);
     return kepler;
 }
 
 // The day of an ephemeris by its week and toe.
 LogDate dayOf(Constellation constellation, const Kepler& kepler) {
     const LogDate start = constellation == Constellation::beidou ? beidouStart : gpsStart;
-    return start + std::chrono::days{7 * kepler.week + kepler.toe / secondsPerDay};
+    return start + std::chrono::weeks{kepler.week} +
+           std::chrono::duration_cast<std::chrono::days>(std::chrono::seconds{kepler.toe});
 }
 
 bool isCnav(const NavigationKindRow& kind) {
@@ -102,12 +86,12 @@ void NavigationFindings::take(const Message& message, FindingTally& tally) {
 
 void NavigationFindings::takeDate(const Message& message) {
     const auto content = message.content();
-    if (content.size() <= dateBody::timeBase.offset) {
+    if (content.size() < bodies::rd::bytes) {
         return;
     }
     const auto date =
-        reading::dateOf(dateBody::year.load(content.data()), dateBody::month.load(content.data()),
-                        dateBody::day.load(content.data()));
+        reading::dateOf(bodies::rd::year.load(content.data()), bodies::rd::month.load(content.data()),
+                        bodies::rd::day.load(content.data()));
     date_ = date ? date : date_;
 }
 
@@ -159,12 +143,12 @@ bool NavigationFindings::keep(Constellation constellation, std::uint64_t key, st
 void NavigationFindings::takeKepler(const NavigationKindRow& kind, const Message& message,
                                     FindingTally& tally) {
     const auto content = message.content();
-    if (content.size() < keplerBody::bytes) {
+    if (content.size() < bodies::kepler::bytes) {
         return;
     }
     const auto where = [&] { return placeText(message); };
     beidouCame_ = beidouCame_ || kind.constellation == Constellation::beidou;
-    const std::uint8_t flags = kind.flagOffset < content.size() ? content[kind.flagOffset] : 0;
+    const std::uint8_t flags = navFlagsOf(message.id, content).value_or(0);
     const bool byFlags =
         kind.constellation == Constellation::galileo || kind.constellation == Constellation::beidou;
     const Kepler kepler = keplerOf(kind.constellation, content.data());
@@ -172,7 +156,8 @@ void NavigationFindings::takeKepler(const NavigationKindRow& kind, const Message
     const std::uint64_t what = static_cast<std::uint64_t>(kepler.health & 0xFF) << 40 |
                                std::uint64_t{flags} << 32 |
                                std::uint64_t{static_cast<std::uint16_t>(kepler.iodc)} << 16 | kepler.iode;
-    if (keep(kind.constellation, key, what, message, tally)) {
+    const bool written = kepler.sv != 0;
+    if (keep(kind.constellation, key, what, message, tally) && written) {
         takeNewRecord(kind, message, tally);
     }
     tally.add(FindingId::roundedInclinations, 1, where);
@@ -194,7 +179,7 @@ void NavigationFindings::takeNewRecord(const NavigationKindRow& kind, const Mess
         return placeText(message) + ": of " + reading::isoText(day).substr(0, 10) + ", received on " +
                reading::isoText(*date_).substr(0, 10);
     });
-    const std::int8_t accuracy = keplerBody::uraIndex.load(content.data());
+    const std::int8_t accuracy = bodies::kepler::uraIndex.load(content.data());
     const bool cut = !galileo && accuracy > 0 && accuracy < 6 && accuracy % 2 == 1;
     tally.add(FindingId::cutAccuracies, cut ? 1 : 0, where);
     tally.add(FindingId::noFitInterval, gps && kepler.iodc >= fitIntervalLimit ? 1 : 0, where);
@@ -216,7 +201,8 @@ void NavigationFindings::takeNewGps(const NavigationKindRow& kind, const Message
                                     FindingTally& tally) {
     const auto where = [&] { return placeText(message); };
     if (isCnav(kind)) {
-        const auto accuracies = message.content().subspan(cnavBody::firstAccuracy, cnavBody::accuracies);
+        const auto accuracies = message.content().subspan(bodies::ge::uraiEd.offset,
+                                                          bodies::ge::bytes - bodies::ge::uraiEd.offset);
         const bool negative = std::ranges::any_of(accuracies, [](std::uint8_t byte) { return byte >= 0x80; });
         tally.add(FindingId::negativeAccuracies, negative ? 1 : 0, where);
     }
@@ -228,11 +214,12 @@ void NavigationFindings::takeNewGps(const NavigationKindRow& kind, const Message
 void NavigationFindings::takeGlonass(const Message& message, FindingTally& tally) {
     const auto content = message.content();  // of one of the two lengths: the reader takes no other
     const auto where = [&] { return placeText(message); };
-    const std::uint64_t key = std::uint64_t{glonassBody::sv.load(content.data())} << 32 |
-                              static_cast<std::uint32_t>(glonassBody::tk.load(content.data()));
+    const std::uint64_t key = std::uint64_t{bodies::ne::sv.load(content.data())} << 32 |
+                              static_cast<std::uint32_t>(bodies::ne::tk.load(content.data()));
     tally.add(FindingId::threeLines, 1, where);
     if (keep(Constellation::glonass, key, 0, message, tally)) {
-        const bool early = glonassBody::tb.load(content.data()) % secondsPerDay < moscowOffset;
+        const bool early =
+            std::chrono::seconds{bodies::ne::tb.load(content.data())} % std::chrono::days{1} < moscowOffset;
         tally.add(FindingId::wrongHour, early ? 1 : 0, where);
     }
 }
@@ -241,20 +228,24 @@ void NavigationFindings::takeGlonass(const Message& message, FindingTally& tally
 void NavigationFindings::takeIonosphere(const NavigationKindRow& kind, const Message& message,
                                         FindingTally& tally) {
     const auto content = message.content();
-    if (content.size() < ionosphereBody::bytes) {
+    if (content.size() < bodies::iono::bytes) {
         return;
     }
     const auto where = [&] { return placeText(message); };
     const std::size_t system = indexOf(kind.constellation);
-    const auto coefficients = content.subspan(ionosphereBody::coefficients);
-    const std::uint64_t hash = hashOf(coefficients.subspan(16, 4), hashOf(coefficients.first(8)));
+    const std::uint64_t hash =
+        hashOf(content, std::array{bodies::iono::alpha[0], bodies::iono::alpha[1], bodies::iono::beta[0]});
     if (hash == ionospheres_[system]) {
         return;
     }
     ionospheres_[system] = hash;
     ++ionosphereSets_[system];
+    // A first coefficient of 0 ends the list that is written.
+    ionosphereEnded_[system] =
+        ionosphereEnded_[system] || bodies::iono::alpha[0].load(content.data()) == 0.0F;
     const bool lost = kind.constellation == Constellation::beidou && !beidouCame_;
     tally.add(FindingId::severalIonospheres, ionosphereSets_[system] > 1 ? 1 : 0, where);
+    tally.add(FindingId::ionosphereEnds, ionosphereEnded_[system] ? 1 : 0, where);
     tally.add(FindingId::fullTables, ionosphereSets_[system] > ionosphereRoom[system] ? 1 : 0, where);
     tally.add(FindingId::beidouIonosphereLost, lost ? 1 : 0, where);
     tally.add(FindingId::navicIonosphere, kind.constellation == Constellation::navic ? 1 : 0, where);
@@ -266,7 +257,7 @@ void NavigationFindings::takeTimeOffset(const NavigationKindRow& kind, const Mes
     const auto where = [&] { return placeText(message); };
     const std::size_t system = indexOf(kind.constellation);
     const bool glonass = kind.constellation == Constellation::glonass;
-    const std::size_t keyBytes = glonass ? timeOffsetBody::glonassBytes : timeOffsetBody::keyBytes;
+    const std::size_t keyBytes = glonass ? glonassKeyBytes : timeOffsetKeyBytes;
     if (content.size() < keyBytes) {
         return;
     }
@@ -280,20 +271,38 @@ void NavigationFindings::takeTimeOffset(const NavigationKindRow& kind, const Mes
     tally.add(FindingId::timeOffsetDates, 1, where);
     if (glonass) {
         tally.add(FindingId::glonassOffsets, 1, where);
-        tally.add(FindingId::shiftedOffsets, timeOffsetBody::tauGps.load(content.data()) < 0.0F ? 1 : 0,
-                  where);
+        const bool shifted = bodies::nu::tauGps.load(content.data()) < 0.0F;  // the last one is written
+        glonassShifted_ = shifted ? std::optional(where()) : std::nullopt;
         return;
     }
+    takeShiftedOffsets(kind, message, tally);
+    tally.add(FindingId::fullTables, timeOffsetSets_[system] > timeOffsetRoom[system] ? 1 : 0, where);
+}
+
+// A first coefficient of 0 ends the list that is written, of GPS only if the second one is 0 too.
+void NavigationFindings::takeShiftedOffsets(const NavigationKindRow& kind, const Message& message,
+                                            FindingTally& tally) {
+    const auto content = message.content();
+    const auto where = [&] { return placeText(message); };
+    const std::size_t system = indexOf(kind.constellation);
     // The names that are written in six columns are shifted by a minus sign, those in five by its absence.
-    const double a0 = timeOffsetBody::a0.load(content.data());
+    const double a0 = bodies::timeOffset::a0.load(content.data());
     const bool five =
         kind.constellation == Constellation::beidou || kind.constellation == Constellation::galileo;
-    tally.add(FindingId::shiftedOffsets, five ? (a0 > 0.0 ? 1 : 0) : (a0 < 0.0 ? 1 : 0), where);
-    if (kind.constellation == Constellation::galileo && content.size() >= 27) {
-        tally.add(FindingId::shiftedOffsets, timeOffsetBody::a0Gps.load(content.data()) > 0.0F ? 1 : 0,
-                  where);
+    const bool goesOn =
+        kind.constellation == Constellation::gps && bodies::timeOffset::a1.load(content.data()) != 0.0F;
+    timeOffsetsEnded_[system] = timeOffsetsEnded_[system] || (a0 == 0.0 && !goesOn);
+    const bool shifted = five ? a0 > 0.0 : a0 < 0.0;
+    tally.add(FindingId::shiftedOffsets, shifted && !timeOffsetsEnded_[system] ? 1 : 0, where);
+    if (kind.constellation == Constellation::galileo && content.size() >= bodies::eu::bytes) {
+        const float a0Gps = bodies::eu::a0Gps.load(content.data());
+        galileoGpsEnded_ = galileoGpsEnded_ || a0Gps == 0.0F;
+        tally.add(FindingId::shiftedOffsets, a0Gps > 0.0F && !galileoGpsEnded_ ? 1 : 0, where);
     }
-    tally.add(FindingId::fullTables, timeOffsetSets_[system] > timeOffsetRoom[system] ? 1 : 0, where);
+}
+
+void NavigationFindings::tell(FindingTally& tally) const {
+    tally.add(FindingId::shiftedOffsets, glonassShifted_ ? 1 : 0, [&] { return *glonassShifted_; });
 }
 
 }  // namespace orbconv::inspect

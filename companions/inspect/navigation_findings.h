@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <unordered_map>
 
 #include "inspect/findings.h"
@@ -16,6 +17,7 @@ class NavigationFindings {
 public:
     // A message that the converter meets.
     void take(const reading::Message& message, FindingTally& tally);
+    void tell(FindingTally& tally) const;
 
 private:
     // The records of one constellation that the converter keeps: what is compared of an ephemeris by its key.
@@ -30,6 +32,8 @@ private:
     void takeGlonass(const reading::Message& message, FindingTally& tally);
     void takeIonosphere(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
     void takeTimeOffset(const NavigationKindRow& kind, const reading::Message& message, FindingTally& tally);
+    void takeShiftedOffsets(const NavigationKindRow& kind, const reading::Message& message,
+                            FindingTally& tally);
     bool keep(Constellation constellation, std::uint64_t key, std::uint64_t content,
               const reading::Message& message, FindingTally& tally);
 
@@ -40,6 +44,10 @@ private:
     PerConstellation<std::uint64_t> ionosphereSets_{};
     PerConstellation<std::uint64_t> timeOffsets_{};  // hash of the last one; 0: none
     PerConstellation<std::uint64_t> timeOffsetSets_{};
+    PerConstellation<bool> ionosphereEnded_{};
+    PerConstellation<bool> timeOffsetsEnded_{};
+    bool galileoGpsEnded_ = false;
+    std::optional<std::string> glonassShifted_;         // where the last NU is, if its line is shifted
     std::optional<std::int16_t> firstWeek_, lastWeek_;  // of GPS
 };
 

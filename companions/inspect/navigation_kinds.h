@@ -1,5 +1,5 @@
-// The kinds of navigation messages, one row a kind: which message brings it, and which bits of its flag byte
-// tell it from the others that the same message brings.
+// The kinds of navigation messages, one row a kind: which message brings it, and as which type, where a
+// message brings several.
 #pragma once
 
 #include <array>
@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "log/message_table.h"
+#include "navdecode/message_meaning.h"
 #include "run/constellation.h"
 
 namespace orbconv::inspect {
@@ -21,30 +22,27 @@ struct NavigationKindRow {
     std::string_view name;  // of the kind, unique together with the constellation
     Constellation constellation{};
     NavigationContent content{};
-    bool namesSatellite = false;  // the body's first byte is the satellite's number
-    std::uint8_t flags = 0;       // any of these bits of the flag byte; 0: whatever it is
-    std::uint8_t flagOffset = 0;  // of the flag byte; 0: none. A GE that ends ahead of it is LNAV
-    std::uint8_t leastNumber = 0;
-    std::uint8_t mostNumber = 255;
+    bool namesSatellite = false;   // the body's first byte is the satellite's number
+    NavType type = NavType::none;  // by the body's flags; none: they tell no type, or there are none
 };
 
-// In the order in which they are tried and shown.
+// In the order in which they are shown.
 // clang-format off
 inline constexpr auto navigationKinds = std::to_array<NavigationKindRow>({
-    {"GE", "CNAV",         Constellation::gps,     NavigationContent::ephemeris,  true,  0x06, 122},
-    {"GE", "LNAV",         Constellation::gps,     NavigationContent::ephemeris,  true,  0x01, 122},
-    {"GE", "CNV2",         Constellation::gps,     NavigationContent::ephemeris,  true,  0x08, 122},
+    {"GE", "CNAV",         Constellation::gps,     NavigationContent::ephemeris,  true, NavType::cnav},
+    {"GE", "LNAV",         Constellation::gps,     NavigationContent::ephemeris,  true, NavType::lnav},
+    {"GE", "CNV2",         Constellation::gps,     NavigationContent::ephemeris,  true, NavType::cnv2},
     {"GE", "untyped",      Constellation::gps,     NavigationContent::ephemeris,  true},
     {"NE", "FDMA",         Constellation::glonass, NavigationContent::ephemeris,  true},
-    {"EN", "INAV",         Constellation::galileo, NavigationContent::ephemeris,  true,  0x05, 143},
-    {"EN", "FNAV",         Constellation::galileo, NavigationContent::ephemeris,  true,  0x02, 143},
+    {"EN", "INAV",         Constellation::galileo, NavigationContent::ephemeris,  true, NavType::inav},
+    {"EN", "FNAV",         Constellation::galileo, NavigationContent::ephemeris,  true, NavType::fnav},
     {"EN", "untyped",      Constellation::galileo, NavigationContent::ephemeris,  true},
     {"QE", "ephemerides",  Constellation::qzss,    NavigationContent::ephemeris,  true},
-    {"CN", "D2",           Constellation::beidou,  NavigationContent::ephemeris,  true,  0x07, 126, 0, 5},
-    {"CN", "D1",           Constellation::beidou,  NavigationContent::ephemeris,  true,  0x07, 126, 6, 255},
-    {"CN", "CNV1",         Constellation::beidou,  NavigationContent::ephemeris,  true,  0x08, 126},
-    {"CN", "CNV2",         Constellation::beidou,  NavigationContent::ephemeris,  true,  0x20, 126},
-    {"CN", "CNV3",         Constellation::beidou,  NavigationContent::ephemeris,  true,  0x40, 126},
+    {"CN", "D2",           Constellation::beidou,  NavigationContent::ephemeris,  true, NavType::d2},
+    {"CN", "D1",           Constellation::beidou,  NavigationContent::ephemeris,  true, NavType::d1},
+    {"CN", "CNV1",         Constellation::beidou,  NavigationContent::ephemeris,  true, NavType::cnv1},
+    {"CN", "CNV2",         Constellation::beidou,  NavigationContent::ephemeris,  true, NavType::cnv2},
+    {"CN", "CNV3",         Constellation::beidou,  NavigationContent::ephemeris,  true, NavType::cnv3},
     {"CN", "untyped",      Constellation::beidou,  NavigationContent::ephemeris,  true},
     {"IE", "LNAV",         Constellation::navic,   NavigationContent::ephemeris,  true},
     {"WE", "ephemerides",  Constellation::sbas,    NavigationContent::ephemeris,  true},
@@ -76,6 +74,9 @@ static_assert(navigationKinds.size() < 256);
 constexpr const NavigationKindRow& rowOf(NavigationKind kind) {
     return navigationKinds[kind];
 }
+
+// The byte of a GE, EN or CN that tells its type; nothing for other messages, and for the short form of GE.
+std::optional<std::uint8_t> navFlagsOf(MessageId id, std::span<const std::uint8_t> content);
 
 // The kind of a message by its id and its body (without checksum); nothing for a message that is none.
 std::optional<NavigationKind> navigationKindOf(MessageId id, std::span<const std::uint8_t> content);

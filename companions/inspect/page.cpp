@@ -22,8 +22,9 @@ std::string_view nameOf(std::string_view path) {
 }
 
 void addHead(Markup& page, std::span<const LogSummary> logs) {
+    page.raw(pageOpening);
     page.raw(
-        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
         "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
         "<meta name=\"generator\" content=\"orbconv-inspect ");
     page.text(programVersion).raw("\">\n<title>");

@@ -3,14 +3,13 @@
 
 #include <iosfwd>
 #include <span>
-#include <string_view>
 
 #include "inspect/log_summary.h"
 
 namespace orbconv::inspect {
 
 // What every page begins with.
-inline constexpr std::string_view pageStart = "<!DOCTYPE html>\n";
+inline constexpr const char* pageOpening = "<!DOCTYPE html>";
 
 void writePage(std::ostream& out, std::span<const LogSummary> logs);
 

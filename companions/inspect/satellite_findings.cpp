@@ -45,7 +45,9 @@ void SatelliteFindings::takeMissingMessages(const reading::Epoch& epoch, Finding
     for (std::size_t row = orbconv::rowOf("SX"); row <= orbconv::rowOf("Fl"); ++row) {
         if (epoch.has(row)) {
             came_[row] = true;
-        } else if (came_[row]) {
+        } else if (!came_[row]) {
+            ++epochsAhead_[row];
+        } else {
             tally.add(FindingId::missingMessages, 1, [&] {
                 const MessageId id = messageTable[row].id;
                 return std::string{id.first, id.second} + " " + placeText(epoch);
@@ -130,7 +132,9 @@ void SatelliteFindings::takeList(const reading::Epoch& epoch, const Presence& pr
     const std::size_t glonass = counts[indexOf(Constellation::glonass)];
     glonassRangesOfSlot4_ = glonassRangesOfSlot4_ || (glonass > 0 && epoch.has(orbconv::rowOf("3r")));
     const auto all = std::accumulate(counts.begin(), counts.end(), std::size_t{0});
-    tally.add(FindingId::emptyEpochs, all == 0 ? 1 : 0, [&] { return placeText(epoch); });
+    // Without a list of its own it has the last one.
+    tally.add(FindingId::emptyEpochs, all == 0 && epoch.has(orbconv::rowOf("SX")) ? 1 : 0,
+              [&] { return placeText(epoch); });
 }
 
 // The records' slots after the converter's first pass. As long as all epochs have the same slots, no line is
@@ -167,7 +171,21 @@ void SatelliteFindings::walkGlonass(reading::LogReader reader, std::uint64_t end
     }
 }
 
+// The converter reads the log twice: ahead of the first message of an id it has the log's last one.
+void SatelliteFindings::tellMessagesAhead(FindingTally& tally) const {
+    for (std::size_t row = orbconv::rowOf("SX"); row <= orbconv::rowOf("Fl"); ++row) {
+        tally.add(FindingId::missingMessages, came_[row] ? epochsAhead_[row] : 0, [&] {
+            const MessageId id = messageTable[row].id;
+            return std::string{id.first, id.second} + " ahead of its first one";
+        });
+    }
+    const std::size_t list = orbconv::rowOf("SX");
+    tally.add(FindingId::emptyEpochs, came_[list] ? 0 : epochsAhead_[list],
+              [] { return std::string("the log has no list"); });
+}
+
 void SatelliteFindings::tell(const LogSummary& summary, FindingTally& tally) const {
+    tellMessagesAhead(tally);
     const bool slot4 = std::ranges::any_of(summary.signals, [](const SignalSummary& signal) {
         return signal.constellation == Constellation::glonass && signal.band == bands::b3;
     });

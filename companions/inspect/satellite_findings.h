@@ -32,12 +32,14 @@ private:
     void takeList(const reading::Epoch& epoch, const Presence& presence, FindingTally& tally);
     void takeGlonass(const reading::Epoch& epoch);
     void takeMissingMessages(const reading::Epoch& epoch, FindingTally& tally);
+    void tellMessagesAhead(FindingTally& tally) const;
     void takeSecondRanges(const reading::Epoch& epoch, const Presence& presence, FindingTally& tally);
     void takeBand(const reading::Epoch& epoch, std::size_t band, Presence& presence,
                   FindingTally& tally) const;
     [[nodiscard]] std::size_t elementsAtHand(const reading::Epoch& epoch, MessageId id) const;
 
-    std::bitset<messageTable.size()> came_;  // arrays that came in some epoch
+    std::bitset<messageTable.size()> came_;                         // arrays that came in some epoch
+    std::array<std::uint64_t, messageTable.size()> epochsAhead_{};  // by array: epochs ahead of its first one
     std::int16_t lastRangeDelta_ = 0;
     bool glonassRangesOfSlot4_ = false;
     GlonassLines glonassLines_;

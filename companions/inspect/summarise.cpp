@@ -223,6 +223,7 @@ LogSummary Summariser::tell(std::uint64_t bytes) {
     timeFindings_.tell(summary_, tally_);
     headerFindings_.tell(summary_, tally_);
     satelliteFindings_.tell(summary_, tally_);
+    navigationFindings_.tell(tally_);
     if (satelliteFindings_.glonassChanges() && timeFindings_.headerDone()) {
         satelliteFindings_.walkGlonass(walk_.bytes().reader(), bytes, timeFindings_.unwrittenEpochs(),
                                        tally_);

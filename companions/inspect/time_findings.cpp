@@ -4,15 +4,11 @@
 #include <cmath>
 #include <cstdio>
 
-#include "log/little_endian.h"
+#include "log/epoch_bodies.h"
 
 namespace orbconv::inspect {
 
 namespace {
-
-// Bodies of ~~ and RD (receiver's format).
-constexpr BodyField<std::uint32_t> timeOfDay{0};
-constexpr BodyField<std::uint8_t> timeBase{4};
 
 std::string secondsText(double seconds) {
     std::array<char, 32> text{};
@@ -25,16 +21,16 @@ std::string secondsText(double seconds) {
 void TimeFindings::take(const reading::Message& message) {
     headerComes_ = false;
     const auto content = message.content();
-    if (message.row == orbconv::rowOf("~~") && content.size() >= sizeof(std::uint32_t)) {
-        takeTime(timeOfDay.load(content.data()));
-    } else if (message.row == orbconv::rowOf("RD") && content.size() > timeBase.offset) {
+    if (message.row == orbconv::rowOf("~~") && content.size() >= bodies::timeOfDay::bytes) {
+        takeTime(bodies::timeOfDay::milliseconds.load(content.data()));
+    } else if (message.row == orbconv::rowOf("RD") && content.size() >= bodies::rd::bytes) {
         ++dates_;
-        timeBase_ = timeBase.load(content.data());
+        timeBase_ = bodies::rd::timeBase.load(content.data());
         dateAheadOfTime_ = dateAheadOfTime_ || !timeCame_;
     }
 }
 
-// The header waits for a time of day with one that is not 0 ahead of it.
+// The header waits for a time of day that is not 0 with one that is not 0 ahead of it.
 void TimeFindings::takeTime(std::uint32_t timeOfDayMs) {
     if (times_++ == 0) {
         firstTime_ = timeOfDayMs;
@@ -42,8 +38,8 @@ void TimeFindings::takeTime(std::uint32_t timeOfDayMs) {
     timeCame_ = true;
     if (previousTime_ != 0) {
         interval_ = intervalBetween(previousTime_, timeOfDayMs);
-        headerComes_ = !headerDone_;
-        headerDone_ = true;
+        headerComes_ = !headerDone_ && timeOfDayMs != 0;
+        headerDone_ = headerDone_ || timeOfDayMs != 0;
     }
     previousTime_ = timeOfDayMs;
 }

@@ -4,25 +4,11 @@
 #include <cmath>
 
 #include "assembly/signals.h"
+#include "log/epoch_bodies.h"
 
 namespace orbconv::reading {
 
 namespace {
-
-// What the messages of an epoch say beside their arrays (receiver's format).
-namespace timeBody {
-constexpr BodyField<std::uint32_t> timeOfDayMs{0};
-}
-namespace dateBody {
-constexpr BodyField<std::uint16_t> year{0};
-constexpr BodyField<std::uint8_t> month{2};
-constexpr BodyField<std::uint8_t> day{3};
-constexpr BodyField<std::uint8_t> timeBase{4};
-static_assert(tileBody(0, 5, year, month, day, timeBase));
-}  // namespace dateBody
-namespace clockOffsetBody {
-constexpr BodyField<double> clockOffset{0};
-}
 
 // Whether a message has room for a field.
 template <class T>
@@ -72,10 +58,10 @@ void EpochCollector::begin(const Message& message) {
 // Where two epochs run into each other, because the TD between them is lost, the clock offset is that of the
 // later one.
 void EpochCollector::takeTime(const Message& message) {
-    if (!holds(message, timeBody::timeOfDayMs)) {
+    if (!holds(message, bodies::timeOfDay::milliseconds)) {
         return;
     }
-    const auto timeOfDayMs = timeBody::timeOfDayMs.load(message.body.data());
+    const auto timeOfDayMs = bodies::timeOfDay::milliseconds.load(message.body.data());
     if (timeOfDayMs > latestTimeOfDayMs) {
         return;
     }
@@ -87,23 +73,24 @@ void EpochCollector::takeTime(const Message& message) {
 }
 
 void EpochCollector::takeDate(const Message& message) {
-    if (!holds(message, dateBody::timeBase)) {
+    if (!holds(message, bodies::rd::timeBase)) {
         return;
     }
     const std::uint8_t* const body = message.body.data();
-    const auto date = dateOf(dateBody::year.load(body), dateBody::month.load(body), dateBody::day.load(body));
+    const auto date =
+        dateOf(bodies::rd::year.load(body), bodies::rd::month.load(body), bodies::rd::day.load(body));
     if (date) {
         date_ = date;
         epoch_.hasOwnDate = true;
-        epoch_.timeBase = dateBody::timeBase.load(body);
+        epoch_.timeBase = bodies::rd::timeBase.load(body);
     }
 }
 
 void EpochCollector::takeClockOffset(const Message& message) {
-    if (!holds(message, clockOffsetBody::clockOffset)) {
+    if (!holds(message, bodies::clock::offset)) {
         return;
     }
-    const double seconds = clockOffsetBody::clockOffset.load(message.body.data());
+    const double seconds = bodies::clock::offset.load(message.body.data());
     if (std::isfinite(seconds)) {
         epoch_.clockOffset = seconds;
     }

@@ -3,23 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "log/little_endian.h"
+#include "log/epoch_bodies.h"
 
 namespace orbconv::reading {
 
 namespace {
 
-// KV and == carry their text behind five bytes; the last of these is the kind byte of ==.
-constexpr std::size_t textOffset = 5;
-constexpr std::size_t kindOffset = 4;
-constexpr std::uint8_t kindOfText = 0;
+namespace siteText = bodies::siteText;
 
-namespace positionBody {
-constexpr BodyField<double> x{0};
-constexpr BodyField<double> y{8};
-constexpr BodyField<double> z{16};
-constexpr std::size_t bytes = 24;
-}  // namespace positionBody
+constexpr std::uint8_t kindOfText = 0;
 
 // Metres: farther from the Earth's centre than any orbit of these systems.
 constexpr double farthestPosition = 5e7;
@@ -100,20 +92,20 @@ void takeParameters(const Message& message, SiteIdentity& identity) {
 
 void takeAntenna(const Message& message, SiteIdentity& identity) {
     constexpr std::string_view name = "_ANT=";
-    const std::string_view text = textOf(message, textOffset);
-    if (message.body.size() > kindOffset && message.body[kindOffset] == kindOfText &&
+    const std::string_view text = textOf(message, siteText::textOffset);
+    if (message.body.size() > siteText::kind.offset && message.body[siteText::kind.offset] == kindOfText &&
         text.starts_with(name)) {
         set(identity.antennaType, text.substr(name.size()), message);
     }
 }
 
 void takePosition(const Message& message, SiteIdentity& identity) {
-    if (message.content().size() < positionBody::bytes) {
+    if (message.content().size() < bodies::pv::bytes) {
         return;
     }
     const std::uint8_t* const body = message.body.data();
-    const std::array<double, 3> position = {positionBody::x.load(body), positionBody::y.load(body),
-                                            positionBody::z.load(body)};
+    const std::array<double, 3> position = {bodies::pv::x.load(body), bodies::pv::y.load(body),
+                                            bodies::pv::z.load(body)};
     const bool isKnown = std::ranges::any_of(position, [](double metres) { return metres != 0.0; });
     const bool isSound =
         std::ranges::all_of(position, [](double metres) { return std::abs(metres) < farthestPosition; });
@@ -126,7 +118,7 @@ void takePosition(const Message& message, SiteIdentity& identity) {
 
 void SiteIdentity::take(const Message& message) {
     switch (message.row) {
-        case rowOf("KV"): set(markerName, markerIn(textOf(message, textOffset)), message); break;
+        case rowOf("KV"): set(markerName, markerIn(textOf(message, siteText::textOffset)), message); break;
         case rowOf("PM"): takeParameters(message, *this); break;
         case rowOf("=="): takeAntenna(message, *this); break;
         case rowOf("PV"): takePosition(message, *this); break;

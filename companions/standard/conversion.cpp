@@ -60,8 +60,7 @@ ObservationFileName nameOf(const Options& options, const HeaderTexts& texts, con
     return {.station = options.station.value_or(stationOf(texts.markerName.value_or(""))),
             .first = content.first.value_or(reading::LogTime{}),
             .last = content.last.value_or(reading::LogTime{}),
-            .intervalMs = content.steps.mostFrequent(),
-            .system = systemLetterOf(columnsOf(content))};
+            .intervalMs = content.steps.mostFrequent()};
 }
 
 std::filesystem::path folderOf(const Options& options) {
@@ -126,7 +125,7 @@ std::optional<std::filesystem::path> navigationPathOf(const Options& options, co
         return std::nullopt;
     }
     const ObservationFileName beside = nameOf(options, texts, survey.content);
-    return folderOf(options) / navigationNameBeside(beside, content.systemLetter());
+    return folderOf(options) / navigationNameBeside(beside);
 }
 
 void writeObservations(OutputFile& file, const Options& options, const HeaderTexts& texts, Survey& survey,

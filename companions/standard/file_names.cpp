@@ -113,11 +113,11 @@ std::string rateField(std::optional<std::int64_t> intervalMs) {
 }
 
 std::string textOf(const ObservationFileName& name) {
-    return stemOf(name) + '_' + rateField(name.intervalMs) + '_' + name.system + "O.rnx";
+    return stemOf(name) + '_' + rateField(name.intervalMs) + "_MO.rnx";
 }
 
-std::string navigationNameBeside(const ObservationFileName& name, char system) {
-    return stemOf(name) + '_' + system + "N.rnx";
+std::string navigationNameBeside(const ObservationFileName& name) {
+    return stemOf(name) + "_MN.rnx";
 }
 
 }  // namespace orbconv::standard

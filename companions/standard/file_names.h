@@ -37,11 +37,12 @@ struct ObservationFileName {
     reading::LogTime first;
     reading::LogTime last;
     std::optional<std::int64_t> intervalMs;
-    char system = 'M';  // letter of the version line
 };
+// Named as a mixed file whatever the log holds, so that the files of a station go on under one name when a
+// constellation comes or goes. What is in it says its version line.
 std::string textOf(const ObservationFileName& name);
 
-// The navigation file beside it, by the letter of its own version line.
-std::string navigationNameBeside(const ObservationFileName& name, char system);
+// The navigation file beside it.
+std::string navigationNameBeside(const ObservationFileName& name);
 
 }  // namespace orbconv::standard

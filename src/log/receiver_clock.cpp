@@ -1,17 +1,10 @@
 #include "log/receiver_clock.h"
 
+#include "log/epoch_bodies.h"
+
 namespace orbconv {
 
 namespace {
-
-// Body of RD. The time of day of ~~ is kept by the reader.
-namespace rdBody {
-constexpr BodyField<std::uint16_t> year{0};
-constexpr BodyField<std::uint8_t> month{2};
-constexpr BodyField<std::uint8_t> day{3};
-constexpr BodyField<std::uint8_t> timeBase{4};
-static_assert(tileBody(0, 5, year, month, day, timeBase));
-}  // namespace rdBody
 
 constexpr double secondsPerMillisecond = 1e-3;
 
@@ -24,11 +17,11 @@ std::string_view timeScaleName(float timeBase) {
 
 void setClockFromRd(ClockReading& clock, const MessageStaging& staging) {
     const std::uint8_t* const rd = staging.body(rowOf("RD"));
-    const std::uint32_t timeOfDayMs = staging.timeOfDayMs;
-    clock.year = rdBody::year.load(rd);
-    clock.month = rdBody::month.load(rd);
-    clock.day = rdBody::day.load(rd);
-    clock.timeBase = rdBody::timeBase.load(rd);
+    const std::uint32_t timeOfDayMs = staging.timeOfDayMs;  // of ~~, kept by the reader
+    clock.year = bodies::rd::year.load(rd);
+    clock.month = bodies::rd::month.load(rd);
+    clock.day = bodies::rd::day.load(rd);
+    clock.timeBase = bodies::rd::timeBase.load(rd);
     clock.hour = static_cast<float>(timeOfDayMs / 3600000);
     clock.minute = static_cast<float>(timeOfDayMs / 60000) - clock.hour * 60.0F;
     clock.second = static_cast<float>(timeOfDayMs / 1000) - clock.hour * 3600.0F - clock.minute * 60.0F;

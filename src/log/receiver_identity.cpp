@@ -1,27 +1,14 @@
 #include "log/receiver_identity.h"
 
+#include "log/epoch_bodies.h"
+
 namespace orbconv {
 
 namespace {
 
-// KV and == carry their text behind five bytes; the last of these is the kind byte of ==.
-constexpr std::size_t textOffset = 5;
-constexpr std::size_t kindOffset = 4;
-
 // Bytes of a receiver number that are cut out, from the 21st character on.
 constexpr std::size_t receiverNumberField = 20;
 constexpr std::size_t receiverNumberCut = 6;
-
-namespace pvBody {
-constexpr BodyField<double> x{0};
-constexpr BodyField<double> y{8};
-constexpr BodyField<double> z{16};
-static_assert(tileBody(0, 24, x, y, z));
-}  // namespace pvBody
-
-namespace toBody {
-constexpr BodyField<double> clockOffset{0};
-}
 
 // The text from `offset` to the first zero byte, or to the end of the area where none is. It can run on
 // into what an earlier, longer message left there.
@@ -37,7 +24,7 @@ std::string stagedText(std::span<const std::uint8_t> area, std::size_t offset) {
 
 void handleKv(const MessageStaging& staging, ReceiverInfo& info) {
     std::string token;
-    for (const char c : stagedText(staging.area(rowOf("KV")), textOffset)) {
+    for (const char c : stagedText(staging.area(rowOf("KV")), bodies::siteText::textOffset)) {
         if (c != ' ') {
             token.push_back(c);
         } else if (token == "KVS") {
@@ -82,8 +69,8 @@ void handlePm(const MessageStaging& staging, ReceiverInfo& info) {
 
 void handleEquals(const MessageStaging& staging, ReceiverInfo& info) {
     const auto area = staging.area(rowOf("=="));
-    const bool kindOfText = area[kindOffset] == 0;
-    const std::string text = stagedText(area, textOffset);
+    const bool kindOfText = area[bodies::siteText::kind.offset] == 0;
+    const std::string text = stagedText(area, bodies::siteText::textOffset);
     std::string token;
     bool antennaNext = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -106,11 +93,11 @@ void handleEquals(const MessageStaging& staging, ReceiverInfo& info) {
 
 void handlePv(const MessageStaging& staging, ReceiverInfo& info) {
     const std::uint8_t* const pv = staging.body(rowOf("PV"));
-    info.approxPosition = {pvBody::x.load(pv), pvBody::y.load(pv), pvBody::z.load(pv)};
+    info.approxPosition = {bodies::pv::x.load(pv), bodies::pv::y.load(pv), bodies::pv::z.load(pv)};
 }
 
 void handleTo(const MessageStaging& staging, ReceiverInfo& info) {
-    info.receiverClockOffset = toBody::clockOffset.load(staging.body(rowOf("TO")));
+    info.receiverClockOffset = bodies::clock::offset.load(staging.body(rowOf("TO")));
 }
 
 }  // namespace orbconv

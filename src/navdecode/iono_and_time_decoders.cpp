@@ -9,9 +9,6 @@ namespace orbconv {
 
 namespace {
 
-constexpr std::int32_t ionoWrap = 499;
-constexpr std::int32_t beidouIonoWrap = 99;
-
 void countAndWrap(std::int32_t& count, std::int32_t wrap) {
     ++count;
     if (count == wrap) {
@@ -84,7 +81,7 @@ struct TimeOffsetRule {
 // clang-format off
 constexpr TimeOffsetRule gpsRule     = {.messageRow = rowOf("UO"), .weekOffset = 2048, .wrap = 0,  .setsLeapSeconds = true};
 constexpr TimeOffsetRule beidouRule  = {.messageRow = rowOf("CU"), .weekOffset = 0,    .wrap = 0,  .setsLeapSeconds = false};
-constexpr TimeOffsetRule navicRule   = {.messageRow = rowOf("IU"), .weekOffset = 2048, .wrap = 99, .setsLeapSeconds = false};
+constexpr TimeOffsetRule navicRule   = {.messageRow = rowOf("IU"), .weekOffset = 2048, .wrap = navicTimeOffsetWrap, .setsLeapSeconds = false};
 constexpr TimeOffsetRule galileoRule = {.messageRow = rowOf("EU"), .weekOffset = 2048, .wrap = 0,  .setsLeapSeconds = true};
 
 constexpr std::tuple timeOffsetRows{

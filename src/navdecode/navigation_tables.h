@@ -148,6 +148,11 @@ struct GlonassTimeOffset {
 inline constexpr std::size_t ionoSlots = 1000;
 inline constexpr std::size_t timeOffsetSlots = 100;
 
+// Where the counts of the tables that never fill start over.
+inline constexpr std::int32_t ionoWrap = 499;
+inline constexpr std::int32_t beidouIonoWrap = 99;
+inline constexpr std::int32_t navicTimeOffsetWrap = 99;
+
 // A table of `Slots` records; readers walk it from slot 0 to an end mark, not to the count.
 template <class Record, std::size_t Slots>
 struct RecordTable {

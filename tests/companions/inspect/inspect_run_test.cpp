@@ -6,7 +6,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <thread>
@@ -129,29 +128,39 @@ TEST_F(InspectRunTest, Html_IsWritten) {
     EXPECT_TRUE(fs::exists(path("b.html")));
 }
 
-// `--html *.kvs`, where the name of the page was forgotten, names a log.
-TEST_F(InspectRunTest, Html_OverwritesPagesAlone) {
-    const std::string bytes = cleanLog().take();
-    const std::string first = put("a.kvs", bytes);
-    const std::string second = put("b.kvs", bytes);
-    const Ran ran = run({"--html", first, second});
-    EXPECT_EQ(ran.status, 1);
-    EXPECT_EQ(ran.errors,
-              "orbconv-inspect: " + first + ": is there already and is no page: not overwritten\n");
-    EXPECT_THAT(ran.out, IsEmpty());
-    std::ifstream kept(first, std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), bytes);
-
-    EXPECT_EQ(run({"-q", "--html", path("page.html"), second}).status, 0);
-    EXPECT_EQ(run({"-q", "--html", path("page.html"), second}).status, 0);
-    EXPECT_EQ(run({"-q", "--html", put("empty.html", ""), second}).status, 0);
-    EXPECT_EQ(run({"-q", "--html", put("short", "<!DOC"), second}).status, 1);
-}
-
 TEST_F(InspectRunTest, Html_ThatCannotBeWritten_Status1) {
     const Ran ran = run({"-q", "--html=" + path("no/folder.html"), put("a.kvs", cleanLog().take())});
     EXPECT_EQ(ran.status, 1);
     EXPECT_THAT(ran.errors, HasSubstr("folder.html: the page can't be written: "));
+}
+
+TEST_F(InspectRunTest, Html_OverwritesPagesAlone) {
+    const std::string log = put("a.kvs", cleanLog().take());
+    const std::string other = put("b.kvs", cleanLog().take());
+    const auto size = fs::file_size(log);
+    const Ran same = run({"--html=" + log, log});
+    EXPECT_EQ(same.status, 1);
+    EXPECT_THAT(same.out, IsEmpty());
+    EXPECT_EQ(same.errors,
+              "orbconv-inspect: " + log + ": is one of the logs; the page needs a file of its own\n");
+    EXPECT_EQ(run({"--html", log, other}).errors,
+              "orbconv-inspect: " + log + ": is there already and is no page; it is left as it is\n");
+    EXPECT_EQ(fs::file_size(log), size);
+
+    put("page.html", "");
+    EXPECT_EQ(run({"-q", "--html=" + path("page.html"), log}).status, 0);
+    const auto pageOfOne = fs::file_size(path("page.html"));
+    EXPECT_EQ(run({"-q", "--html=" + path("page.html"), log, other}).status, 0);
+    EXPECT_GT(fs::file_size(path("page.html")), pageOfOne);
+}
+
+TEST_F(InspectRunTest, Html_WithoutTheNameOfAFile_Status1) {
+    for (const char* const option : {"--html=", "--html=-"}) {
+        const Ran ran = run({option, put("a.kvs", cleanLog().take())});
+        EXPECT_EQ(ran.status, 1);
+        EXPECT_THAT(ran.errors, HasSubstr("--html: a page needs the name of a file\n"));
+        EXPECT_THAT(ran.out, IsEmpty());
+    }
 }
 
 TEST_F(InspectRunTest, StandardOutputThatCannotBeWritten_Status1) {

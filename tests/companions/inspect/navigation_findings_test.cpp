@@ -53,6 +53,13 @@ TEST(NavigationFindingsTest, WrongDay) {
     EXPECT_EQ(exampleOf(summary, "N1"), "GE at offset 12: of 2024-05-07, received on 2024-05-06");
 }
 
+// A record of satellite 0 is kept and never written.
+TEST(NavigationFindingsTest, WrongDay_NotOfSatellite0) {
+    LogBuilder log = datedLog();
+    log.cn134({.kepler = {.sv = 0, .week = beidouWeek - 1, .toe = monday10}, .navFlags = 1});
+    EXPECT_EQ(countOf(inspected(log), "N1"), 0);
+}
+
 TEST(NavigationFindingsTest, WrongHour_OfTheFirstThreeMoscowHours) {
     LogBuilder log = datedLog();
     log.ne88({.sv = 1, .tb = 10'799}).ne88({.sv = 2, .tb = 10'800}).ne88({.sv = 3, .tb = 86'400});
@@ -71,8 +78,26 @@ TEST(NavigationFindingsTest, ShiftedOffsets_BySign) {
     EXPECT_EQ(lines([](LogBuilder& log) { log.cu({.a0 = 1.0}).cu({.a0 = -1.0}); }), 1);
     EXPECT_EQ(lines([](LogBuilder& log) { log.eu({.utc = {.a0 = 1.0}, .a0Gps = 1.0F}); }), 2);
     EXPECT_EQ(lines([](LogBuilder& log) { log.eu({.utc = {.a0 = -1.0}, .a0Gps = -1.0F}); }), 0);
-    EXPECT_EQ(lines([](LogBuilder& log) { log.nu({.tauGps = -1.0F}).nu({.tauGps = 1.0F}); }), 1);
+    EXPECT_EQ(lines([](LogBuilder& log) { log.nu({.tauGps = -1.0F}).nu({.tauGps = 1.0F}); }), 0);
+    EXPECT_EQ(lines([](LogBuilder& log) { log.nu({.tauGps = 1.0F}).nu({.tauGps = -1.0F}); }), 1);
     EXPECT_EQ(lines([](LogBuilder& log) { log.message("EU", std::string(23, '\x3F')); }), 1);  // without GAGP
+}
+
+// A zero ends what is written of a list.
+TEST(NavigationFindingsTest, ShiftedOffsets_BehindAZero) {
+    const auto lines = [](auto put) {
+        LogBuilder log = datedLog();
+        put(log);
+        return countOf(inspected(log), "N3");
+    };
+    EXPECT_EQ(lines([](LogBuilder& log) { log.cu({.a0 = 1.0}).cu({}).cu({.a0 = 2.0}); }), 1);
+    EXPECT_EQ(lines([](LogBuilder& log) { log.iu({.a0 = 0.0, .a1 = 1.0F}).iu({.a0 = -2.0}); }), 0);
+    EXPECT_EQ(lines([](LogBuilder& log) { log.uo({.a0 = 0.0, .a1 = 1.0F}).uo({.a0 = -2.0}); }), 1);
+    EXPECT_EQ(lines([](LogBuilder& log) { log.uo({.tot = 9}).uo({.a0 = -2.0}); }), 0);
+    EXPECT_EQ(lines([](LogBuilder& log) {
+                  log.eu({.utc = {.a0 = -1.0}, .a0Gps = 0.0F}).eu({.utc = {.a0 = 1.0}, .a0Gps = 1.0F});
+              }),
+              1);
 }
 
 TEST(NavigationFindingsTest, GlonassOffsets_AreOfEverySuchLog) {
@@ -155,6 +180,10 @@ TEST(NavigationFindingsTest, Ionospheres) {
     beidou.ci({.alpha0 = 1.0F})
         .cn134({.kepler = {.sv = 30, .week = beidouWeek, .toe = monday10}, .navFlags = 1});
     EXPECT_EQ(countOf(inspected(beidou), "N12", "BeiDou"), 1);
+
+    LogBuilder ended = datedLog();
+    ended.io({.alpha0 = 1.0F}).io({.alpha0 = 0.0F, .beta0 = 1.0F}).io({.alpha0 = 2.0F});
+    EXPECT_EQ(countOf(inspected(ended), "N12", "ends the list"), 2);
 
     LogBuilder navic = datedLog();
     navic.ii({.alpha0 = 1.0F});

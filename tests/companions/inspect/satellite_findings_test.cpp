@@ -253,6 +253,28 @@ TEST(SatelliteFindingsTest, MissingMessages_AreReplacedByTheirLastOnes) {
     EXPECT_EQ(exampleOf(inspected(log), "O30"), "cp at 2024-05-06T10:00:04.000");
 }
 
+// The second reading begins with what the first one has left.
+TEST(SatelliteFindingsTest, MissingMessages_AheadOfTheFirstOne) {
+    LogBuilder log = startedLog();
+    putEpoch(log, 0, gps, {Band::c});
+    putEpoch(log, 1, gps, {Band::c});
+    putEpoch(log, 2, gps, {Band::c, Band::b2});
+    EXPECT_EQ(countOf(inspected(log), "O30"), 10);  // range, phase, Doppler, strength and flags of two epochs
+    EXPECT_EQ(exampleOf(inspected(log), "O30"), "2r ahead of its first one");
+}
+
+TEST(SatelliteFindingsTest, EpochsWithoutAList_HaveTheLastOne) {
+    LogBuilder log = cleanLog();
+    log.time(cleanStart + 4000).rd(2024, 5, 6).to(0).td();
+    EXPECT_EQ(countOf(inspected(log), "O27"), 0);
+    LogBuilder none = startedLog();
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        none.time(cleanStart + 1000 * i).rd(2024, 5, 6).to(0).td();
+    }
+    EXPECT_EQ(countOf(inspected(none), "O27"), 3);
+    EXPECT_EQ(exampleOf(inspected(none), "O27"), "the log has no list");
+}
+
 TEST(SatelliteFindingsTest, LeftOutSystems) {
     const LogSummary log =
         threeEpochs({{SystemCode::gps, 5}, {SystemCode::sbas, 20}, {SystemCode::glonassCdma, 1}}, {Band::c});

@@ -117,6 +117,11 @@ TEST(TimeFindingsTest, NoHeader_OneEpochOrNoTime) {
     EXPECT_EQ(countOf(inspected(LogBuilder{}.td()), "O14"), 1);
 }
 
+TEST(TimeFindingsTest, HeaderDueAtMidnight_WaitsForTwoTimesMore) {
+    const LogSummary log = inspected(datedLog({86'399'000, 0, 1000, 2000, 3000}));
+    EXPECT_EQ(countOf(log, "O14", "ahead"), 2);
+}
+
 TEST(TimeFindingsTest, EpochsAheadOfTheHeader) {
     LogBuilder log;
     log.rd(2024, 5, 6).to(0).td().to(0).td();

@@ -82,7 +82,7 @@ TEST(StandardOutside, RequestToEndTakesTheHalfFileAway) {
         const OwnFolder folder;
         testsupport::writeBytes(folder.path() / "site.kvs", manyEpochs());
         // A pipe in the file's place: the program cannot come to its end before it is emptied.
-        const std::string part = folder.file("XXXX00XXX_R_20240650000_06H_01S_GO.rnx.part");
+        const std::string part = folder.file("XXXX00XXX_R_20240650000_06H_01S_MO.rnx.part");
         ASSERT_EQ(mkfifo(part.c_str(), S_IRUSR | S_IWUSR), 0);
         const pid_t child = start(folder.file("site.kvs"), [] {});
         std::ifstream pipe(part, std::ios::binary);

@@ -86,7 +86,7 @@ TEST(NavigationFile, WholeFileOfVersion305) {
     const StandardRun run = runStandard(smallLog().take());
     ASSERT_EQ(run.exitStatus, 0) << run.errors;
     ASSERT_EQ(run.files.size(), 2U);
-    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20250050200_00U_00U_GO.rnx");
+    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20250050200_00U_00U_MO.rnx");
     EXPECT_EQ(run.files.rbegin()->first, "XXXX00XXX_R_20250050200_00U_MN.rnx");
     const Lines header = {
         "     3.05           N: GNSS NAV DATA    M                   RINEX VERSION / TYPE",
@@ -208,7 +208,7 @@ TEST(NavigationFile, TermsWithoutSatelliteLeaveItBlank) {
     log.rd(2025, 1, 5).io(testsupport::ionoTerms());
     addEpoch(log, twoHours);
     const StandardRun run = runStandard(log.bytes(), {"--rinex", "4.01"});
-    EXPECT_TRUE(run.files.contains("XXXX00XXX_R_20250050200_00U_GN.rnx"));
+    EXPECT_TRUE(run.files.contains("XXXX00XXX_R_20250050200_00U_MN.rnx"));
     EXPECT_EQ(labelled(run, "RINEX VERSION / TYPE"),
               Lines{"     4.01           N: GNSS NAV DATA    G                   "});
     ASSERT_EQ(recordsOf(run).size(), 4U);
@@ -259,7 +259,7 @@ TEST(NavigationFile, SystemsActOnIt) {
     log.en(testsupport::galileoOf(0));  // of no known form
     const StandardRun run = runStandard(log.bytes(), {"--systems", "G"});
     EXPECT_EQ(recordsOf(run), gpsRecord);
-    EXPECT_TRUE(run.files.contains("XXXX00XXX_R_20250050200_00U_GN.rnx"));
+    EXPECT_TRUE(run.files.contains("XXXX00XXX_R_20250050200_00U_MN.rnx"));
     EXPECT_FALSE(contains(run.errors, "form that is not known"));
     EXPECT_TRUE(contains(runStandard(log.bytes()).errors,
                          "  left out:\n    messages of a form that is not known: 1\n"));
@@ -279,7 +279,7 @@ TEST(NavigationFile, NameHasNoRate) {
         .first = *orbconv::reading::timeOfIsoText("2025-01-05T02:00"),
         .last = *orbconv::reading::timeOfIsoText("2025-01-05T02:59:30"),
         .intervalMs = 30000};
-    EXPECT_EQ(orbconv::standard::navigationNameBeside(name, 'M'), "ABCD00DNK_R_20250050200_01H_MN.rnx");
+    EXPECT_EQ(orbconv::standard::navigationNameBeside(name), "ABCD00DNK_R_20250050200_01H_MN.rnx");
 }
 
 TEST(NavigationFile, ExistingOneIsAnErrorUnlessForced) {

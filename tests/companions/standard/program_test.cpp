@@ -81,7 +81,7 @@ TEST(StandardProgram, Version401LeavesOutWhatItTellsWritersToLeaveOut) {
 
 TEST(StandardProgram, LogThatTellsNothingLeavesFieldsBlank) {
     const StandardRun run = runStandard(logOfTimes({hour}));
-    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20240650100_00U_00U_GO.rnx");
+    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20240650100_00U_00U_MO.rnx");
     EXPECT_EQ(run.labelled("RINEX VERSION / TYPE"), Lines{"     3.05           OBSERVATION DATA    G"});
     EXPECT_EQ(run.labelled("MARKER NAME"), Lines{""});
     EXPECT_EQ(run.labelled("APPROX POSITION XYZ"), Lines{"        0.0000        0.0000        0.0000"});
@@ -262,7 +262,7 @@ TEST(StandardProgram, DamageIsToldAndItsStatusIsTwo) {
 TEST(StandardProgram, IntervalIsTheMostFrequentStep) {
     const StandardRun run = runStandard(logOfTimes({0, 30000, 60000, 61000, 91000}));
     EXPECT_EQ(run.labelled("INTERVAL"), Lines{"    30.000"});
-    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20240650000_03M_30S_GO.rnx");
+    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20240650000_03M_30S_MO.rnx");
 }
 
 TEST(StandardProgram, LastWordOfTheLogCounts) {

@@ -41,6 +41,28 @@ TEST(InspectFilesTest, APipe) {
     EXPECT_EQ(result.summary->bytes, bytes.size());
 }
 
+// Damage, and other GLONASS satellites from epoch to epoch, would send the program back to the log's bytes.
+TEST(InspectFilesTest, APipeOfADamagedLog_IsReadOnce) {
+    const std::string path = (fs::path(testing::TempDir()) / "inspect_damaged_pipe").string();
+    fs::remove(path);
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    auto log = testsupport::cleanLog(3);
+    log.raw(std::string(40, 'x'));
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        testsupport::putCleanEpoch(log, testsupport::cleanStart + 4000 + 1000 * i);
+    }
+    const std::string bytes = log.take();
+    std::thread writer([&] { std::ofstream(path, std::ios::binary) << bytes; });
+    const LogResult result = inspectLog(path, {});
+    writer.join();
+    fs::remove(path);
+    ASSERT_TRUE(result.summary) << result.error;
+    EXPECT_EQ(result.summary->epochs, 6);
+    EXPECT_EQ(result.summary->damageBytes, 40);
+    EXPECT_EQ(result.summary->notes,
+              std::vector<std::string>{"this can be read only once: O26 and O32 are not told in full"});
+}
+
 TEST(InspectFilesTest, TheProgram_ItsStatusAndItsStreams) {
     const fs::path folder = testing::TempDir();
     const std::string log = (folder / "inspect_program.kvs").string();
