@@ -164,4 +164,48 @@ TEST(StandardSummary, EachReasonHasALineAndSomeAreLosses) {
     EXPECT_TRUE(hasLoss(lost));
 }
 
+TEST(StandardSummary, LinesStandInTheirOrder) {
+    LossCounts lost{.damagedStretches = 2,
+                    .damagedBytes = 1,
+                    .epochsWithoutDate = 3,
+                    .epochsOfOtherScale = 4,
+                    .epochsNotAskedFor = 8,
+                    .epochsWithoutSatellites = 7,
+                    .repeatedEpochs = 6,
+                    .disorderedEpochs = 5,
+                    .unprintableClockOffsets = 10,
+                    .hasOpenEpoch = true};
+    for (std::size_t reason = 0; reason < leftOutCount; ++reason) {
+        lost.satellites[reason] = 11 + reason;
+    }
+    EXPECT_EQ(
+        lossLines(lost),
+        (Lines{"bytes of damage: 1", "places of damage: 2",
+               "epochs without date (--date gives that of the first): 3",
+               "epochs in another time scale than the first: 4", "epochs in too much disorder of time: 5",
+               "epochs of a time that came already: 6", "epochs without a satellite to write: 7",
+               "epochs outside the window or the interval: 8", "epochs that the log does not close: 1",
+               "clock offsets beyond 9 s: 10", "satellites of GLONASS without slot: 11",
+               "satellites of GLONASS on an impossible channel: 12",
+               "satellites without a number of two digits: 13",
+               "satellites that stand in their epoch already: 14", "satellites of QZSS: 15",
+               "satellites of SBAS: 16", "satellites of GLONASS CDMA: 17",
+               "satellites of an unknown system: 18"}));
+}
+
+TEST(StandardSummary, LossesAreDamageAndEpochsThatFitNowhere) {
+    EXPECT_TRUE(hasLoss({.damagedStretches = 1}));
+    EXPECT_TRUE(hasLoss({.damagedBytes = 1}));
+    EXPECT_TRUE(hasLoss({.epochsWithoutDate = 1}));
+    EXPECT_TRUE(hasLoss({.epochsOfOtherScale = 1}));
+    EXPECT_TRUE(hasLoss({.disorderedEpochs = 1}));
+    LossCounts others{.epochsNotAskedFor = 1,
+                      .epochsWithoutSatellites = 1,
+                      .repeatedEpochs = 1,
+                      .unprintableClockOffsets = 1,
+                      .hasOpenEpoch = true};
+    others.satellites.fill(1);
+    EXPECT_FALSE(hasLoss(others));
+}
+
 }  // namespace
