@@ -122,7 +122,7 @@ TEST(NavigationKindsTest, Others_ById) {
 
 TEST(NavigationKindsTest, SeveralKindsOfAMessage_AreEphemeridesOfItsConstellation) {
     for (const NavigationKindRow& row : navigationKinds) {
-        const bool several = row.flagOffset != 0 || row.name == "untyped";
+        const bool several = row.type != NavType::none || row.name == "untyped";
         if (several) {
             const Constellation expected = row.id == MessageId("GE")   ? Constellation::gps
                                            : row.id == MessageId("EN") ? Constellation::galileo
