@@ -45,6 +45,15 @@ LogBuilder startedLog() {
     return log;
 }
 
+TEST(EpochTest, FirstEpoch_BeginsWithItsFirstMessageBehindDamage) {
+    LogBuilder log;
+    log.raw(std::string(30, '\0')).time(1000).rd(2024, 3, 5).sx({{1, 2}}).td();
+    const auto epochs = epochsOf(log);
+    ASSERT_EQ(epochs.size(), 1);
+    EXPECT_EQ(epochs[0].offset, 30);
+    EXPECT_EQ(epochs[0].endOffset, log.size());
+}
+
 TEST(EpochTest, LogWithoutTd_HasNone) {
     EXPECT_THAT(epochsOf(startedLog().sx({{1, 2}}).rx({7})), IsEmpty());
     EXPECT_THAT(epochsOf(LogBuilder()), IsEmpty());

@@ -45,6 +45,11 @@ TEST(MessageLengthsTest, Text_MayBeEmpty) {
     EXPECT_EQ(lengthsOf("MF"), everyFrom(0, 22));
 }
 
+TEST(MessageLengthsTest, TextThatNobodyReads_MayBeAsLongAsALengthFieldCanSay) {
+    EXPECT_TRUE(lengthIsPossible(row(">>"), 0));
+    EXPECT_TRUE(lengthIsPossible(row(">>"), 0xFFF));
+}
+
 TEST(MessageLengthsTest, ParameterText_HasFourClosingBytesAndAHundredOfText) {
     EXPECT_EQ(lengthsOf("PM"), everyFrom(4, 104));
 }

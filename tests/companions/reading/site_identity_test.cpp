@@ -52,6 +52,7 @@ TEST(SiteIdentityTest, Marker_FirstWordThatIsNotKvs) {
     EXPECT_EQ(markerOf(LogBuilder().kv("ABC DEF \0"s)), "ABC");
     EXPECT_EQ(markerOf(LogBuilder().kv("  KVS   ABC \0"s)), "ABC");
     EXPECT_EQ(markerOf(LogBuilder().kv("KVSX ABC \0"s)), "KVSX");
+    EXPECT_EQ(markerOf(LogBuilder().kv("KVS !z{|}~ \0"s)), "!z{|}~");
 }
 
 TEST(SiteIdentityTest, Marker_EndsWithTheTextToo) {
@@ -155,13 +156,18 @@ TEST(SiteIdentityTest, Position_ThatIsNoneIsPassedOver) {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     constexpr double endless = std::numeric_limits<double>::infinity();
     const std::array<double, 3> good = {3500000, 800000, 5200000};
-    for (const samplelog::Vector3& bad :
-         {samplelog::Vector3{none, 1, 1}, {1, none, 1}, {1, 1, none}, {endless, 1, 1}, {0, 0, 0}}) {
+    for (const samplelog::Vector3& bad : {samplelog::Vector3{none, 1, 1},
+                                          {1, none, 1},
+                                          {1, 1, none},
+                                          {endless, 1, 1},
+                                          {5e7, 1, 1},
+                                          {0, 0, 0}}) {
         LogBuilder log;
         log.pv({good[0], good[1], good[2]}).pv(bad);
         EXPECT_EQ(identityOf(log).position, good) << bad.x << bad.y << bad.z;
     }
     EXPECT_FALSE(identityOf(LogBuilder().message("PV", std::string(23, '\x01'))).position);
+    EXPECT_TRUE(identityOf(LogBuilder().message("PV", std::string(24, '\x01'))).position);
 }
 
 TEST(SiteIdentityTest, OtherMessages_ArePassedOver) {

@@ -35,6 +35,7 @@ TEST(StandardFileNames, PeriodHasTheLargestUnitThatMakesItWhole) {
     EXPECT_EQ(periodField(36 * hour), "36H");
     EXPECT_EQ(periodField(100 * hour), "05D");
     EXPECT_EQ(periodField(365 * day), "01Y");
+    EXPECT_EQ(periodField(365 * day + 1), "02Y");
     EXPECT_EQ(periodField(100 * day), "01Y");
     EXPECT_EQ(periodField(std::int64_t{119} * 365 * day), "99Y");
 }

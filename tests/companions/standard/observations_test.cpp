@@ -203,6 +203,8 @@ TEST(StandardObservations, DopplerThatPrintsAsZeroHasNoSign) {
     const auto epoch = observationsIn(begun().sx({{SystemCode::gps, 5}}).flags(Band::c, {present}).dc({4}));
     EXPECT_FALSE(std::signbit(*epoch.satellites.at(0).signals[bands::c][Kind::doppler]));
     EXPECT_EQ(*epoch.satellites.at(0).signals[bands::c][Kind::doppler], 0.0);
+    const auto least = observationsIn(begun().sx({{SystemCode::gps, 5}}).flags(Band::c, {present}).dc({5}));
+    EXPECT_EQ(*least.satellites.at(0).signals[bands::c][Kind::doppler], -0.0005);
 }
 
 TEST(StandardObservations, StrengthOfZeroIsNone) {

@@ -36,6 +36,8 @@ TEST(StandardProgram, WholeFileOfVersion305) {
     Lines lines = run.lines();
     ASSERT_GT(lines.size(), 1U);
     EXPECT_TRUE(lines[1].ends_with(" UTC PGM / RUN BY / DATE"));
+    EXPECT_EQ(lines[1].find_first_not_of("0123456789", 40), 48U);  // the date, and a blank ahead of the time
+    EXPECT_EQ(lines[1][48], ' ');
     EXPECT_TRUE(lines[1].starts_with("orbconv-std 0."));
     lines.erase(lines.begin() + 1);
     // 0.075 s of flight are 22484434.350 m, 118156500 cycles of GPS L1, and 120023437.5 cycles of GLONASS L1
