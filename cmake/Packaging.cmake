@@ -136,7 +136,7 @@ file (RINEX 4.00 and 4.01). It handles GPS, GLONASS, Galileo, BeiDou and
 NavIC. It is a console program and needs no receiver, no network and no
 configuration file. Two programs stand beside it: orbconv-inspect tells what is
 in a log and what is wrong with it, orbconv-standard writes a log's
-observations as RINEX to the letter of the standard.")
+observations and navigation messages as RINEX to the letter of the standard.")
 
     if(ORBCONV_GZIP)
         # SOURCE_DATE_EPOCH, if set, is the date of the entry.

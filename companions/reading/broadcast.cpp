@@ -5,23 +5,13 @@
 #include <utility>
 
 #include "log/navigation_bodies.h"
+#include "navdecode/field_rows.h"
 
 namespace orbconv::reading {
 
 namespace {
 
-// A field of a body and the member that takes it.
-enum class Unit : std::uint8_t { asSent, semicircles };
-
-template <class Wire, class Entry, class Member>
-struct FieldRow {
-    BodyField<Wire> field;
-    Member Entry::*member;
-    Unit unit = Unit::asSent;
-};
-template <class Wire, class Entry, class Member>
-FieldRow(BodyField<Wire>, Member Entry::*, Unit = Unit::asSent) -> FieldRow<Wire, Entry, Member>;
-
+// Unlike the converter's, these members hold all digits: a field is widened ahead of its product with pi.
 template <class Wire, class Entry, class Member>
 void load(const std::uint8_t* body, const FieldRow<Wire, Entry, Member>& row, Entry& entry) {
     const Wire value = row.field.load(body);
