@@ -51,7 +51,7 @@ std::uint64_t hashOf(std::span<const std::uint8_t> bytes, std::uint64_t hash = 0
 std::uint64_t hashOf(std::span<const std::uint8_t> body, std::span<const BodyField<float>> fields) {
     std::uint64_t hash = hashOf({});
     for (const BodyField<float>& field : fields) {
-        hash = hashOf(body.subspan(field.offset, field.width), hash);
+        hash = hashOf(body.subspan(field.offset, BodyField<float>::width), hash);
     }
     return hash;
 }

@@ -2,7 +2,6 @@
 
 #include <concepts>
 #include <tuple>
-#include <utility>
 
 #include "log/navigation_bodies.h"
 #include "navdecode/field_rows.h"
@@ -131,12 +130,11 @@ KeplerOrbit orbitOf(const std::uint8_t* body, std::int32_t weekOffset) {
     return orbit;
 }
 
-Broadcast ephemeris(Constellation constellation, std::int32_t sv, NavigationBody body) {
-    return {
-        .state = BroadcastState::decoded, .constellation = constellation, .sv = sv, .body = std::move(body)};
+Broadcast ephemeris(Constellation constellation, std::int32_t sv, const NavigationBody& body) {
+    return {.state = BroadcastState::decoded, .constellation = constellation, .sv = sv, .body = body};
 }
-Broadcast withoutSatellite(Constellation constellation, NavigationBody body) {
-    return {.state = BroadcastState::decoded, .constellation = constellation, .body = std::move(body)};
+Broadcast withoutSatellite(Constellation constellation, const NavigationBody& body) {
+    return {.state = BroadcastState::decoded, .constellation = constellation, .body = body};
 }
 Broadcast unknownForm(Constellation constellation) {
     return {.state = BroadcastState::unknownForm, .constellation = constellation};

@@ -1,5 +1,6 @@
 #include "standard/navigation_record.h"
 
+#include <algorithm>
 #include <span>
 
 #include "standard/navigation_forms.h"
@@ -21,21 +22,23 @@ public:
 
     // False for a value that cannot be printed.
     bool fill(std::span<const Column<Entry>> columns) {
-        for (const Column<Entry> column : columns) {
-            const std::optional<double> value = column(entry_, times_);
-            const std::optional<double> shown = value ? printable(*value) : blankValue;
-            if (!shown) {
-                return false;
-            }
-            if (column == columns::transmission<Entry>) {
-                record_.transmission = next_;
-            }
-            record_.values[next_++] = *shown;
-        }
-        return true;
+        return std::ranges::all_of(columns, [&](Column<Entry> column) { return fillOne(column); });
     }
 
 private:
+    bool fillOne(Column<Entry> column) {
+        const std::optional<double> value = column(entry_, times_);
+        const std::optional<double> shown = value ? printable(*value) : blankValue;
+        if (!shown) {
+            return false;
+        }
+        if (column == columns::transmission<Entry>) {
+            record_.transmission = next_;
+        }
+        record_.values[next_++] = *shown;
+        return true;
+    }
+
     NavigationRecord& record_;
     const Entry& entry_;
     const RecordTimes& times_;

@@ -95,7 +95,9 @@ TEST(StandardHeaderTexts, TextsOfOptionsFillTheirColumns) {
         {"--observer", 20},      {"--agency", 40},           {"--receiver-number", 20},
         {"--receiver-type", 20}, {"--receiver-version", 20}, {"--antenna-number", 20},
         {"--antenna-type", 20},  {"--comment", 60}};
-    for (const auto& [option, width] : widths) {
+    for (const auto& each : widths) {
+        const std::string& option = each.first;
+        const std::size_t width = each.second;
         EXPECT_NO_THROW(optionsFrom({option, std::string(width, 'x')})) << option;
         const std::string wide(width + 1, 'x');
         EXPECT_EQ(refusalBy([&] {
