@@ -187,9 +187,6 @@ public:
         }
         entry.count += count;
     }
-    [[nodiscard]] std::uint64_t count(FindingId id) const {
-        return entries_[static_cast<std::size_t>(id)].count;
-    }
 
     // Those that were found, in the order of the rows.
     [[nodiscard]] std::vector<Finding> findings() const;

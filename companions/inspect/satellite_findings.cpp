@@ -155,11 +155,9 @@ void SatelliteFindings::takeGlonass(const reading::Epoch& epoch) {
 void SatelliteFindings::walkGlonass(reading::LogReader reader, std::uint64_t end, std::uint64_t unwritten,
                                     FindingTally& tally) {
     reading::EpochCollector epochs;
-    while (reader.position() < end) {
-        const auto item = reader.next();
-        if (item == reading::LogItem::end) {
-            break;
-        }
+    auto item = reading::LogItem::message;
+    while (item != reading::LogItem::end && reader.position() < end) {
+        item = reader.next();
         if (item != reading::LogItem::message || !epochs.add(reader.message())) {
             continue;
         }

@@ -87,7 +87,7 @@ inline constexpr std::size_t ge160Shift = bodies::ge168::af0Delta.offset - bodie
 inline constexpr std::size_t cnRatesShift = bodies::cn134::bytes - bodies::cn::bytes;
 
 template <class T>
-constexpr BodyField<T> staged(BodyField<T> field, std::size_t shift) {
+consteval BodyField<T> staged(BodyField<T> field, std::size_t shift) {
     return {field.offset + shift};
 }
 
