@@ -132,15 +132,18 @@ TEST(LogBytesTest, File_AtAnyPlace) {
         text += std::to_string(100'000 + i);
     }
     std::ofstream(path, std::ios::binary) << text;
-    LogBytes bytes(path.string());
-    for (const std::size_t place : {std::size_t{0}, std::size_t{100}, std::size_t{200'000}, std::size_t{50},
-                                    text.size() - 4, text.size(), text.size() + 5}) {
-        const auto got = bytes.at(place);
-        const std::size_t left = text.size() - std::min(place, text.size());
-        ASSERT_EQ(got.size(), std::min<std::size_t>(left, 8192)) << place;
-        EXPECT_TRUE(std::equal(got.begin(), got.end(), text.begin() + static_cast<long>(text.size() - left)));
-    }
-    EXPECT_EQ(bytes.reader().next(), reading::LogItem::damage);
+    {
+        LogBytes bytes(path.string());
+        for (const std::size_t place : {std::size_t{0}, std::size_t{100}, std::size_t{200'000},
+                                        std::size_t{50}, text.size() - 4, text.size(), text.size() + 5}) {
+            const auto got = bytes.at(place);
+            const std::size_t left = text.size() - std::min(place, text.size());
+            ASSERT_EQ(got.size(), std::min<std::size_t>(left, 8192)) << place;
+            EXPECT_TRUE(
+                std::equal(got.begin(), got.end(), text.begin() + static_cast<long>(text.size() - left)));
+        }
+        EXPECT_EQ(bytes.reader().next(), reading::LogItem::damage);
+    }  // some systems remove no file that is open
     std::filesystem::remove(path);
     LogBytes gone(path.string());
     EXPECT_TRUE(gone.at(0).empty());
