@@ -152,6 +152,7 @@ std::vector<StrengthBin>& TimelineBuilder::signal(Constellation constellation, s
         timeline_.signals.push_back({.constellation = constellation,
                                      .band = band,
                                      .bins = std::vector<StrengthBin>(Timeline::mostBins)});
+        return timeline_.signals.back().bins;
     }
     return timeline_.signals[static_cast<std::size_t>(index)].bins;
 }

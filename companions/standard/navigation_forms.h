@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 #include <span>
+#include <type_traits>
 
 #include "standard/navigation_record.h"
 #include "standard/navigation_time.h"
@@ -36,17 +37,21 @@ using reading::GpsEphemeris;
 using reading::KeplerOrbit;
 using reading::NavicEphemeris;
 
+inline std::optional<double> valueOf(const std::optional<double>& value) {
+    return value;
+}
+template <class Number>
+requires std::is_arithmetic_v<Number> std::optional<double> valueOf(Number value) {
+    return static_cast<double>(value);
+}
+
 // A field of the message or of the orbit that it opens with.
 template <class Entry, auto Member>
 std::optional<double> field(const Entry& entry, const RecordTimes& /*times*/) {
     if constexpr (requires { entry.*Member; }) {
-        if constexpr (requires { (entry.*Member).has_value(); }) {
-            return entry.*Member;
-        } else {
-            return static_cast<double>(entry.*Member);
-        }
+        return valueOf(entry.*Member);
     } else {
-        return static_cast<double>(entry.orbit.*Member);
+        return valueOf(entry.orbit.*Member);
     }
 }
 template <class Entry, auto Member>
