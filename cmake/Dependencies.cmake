@@ -11,6 +11,10 @@ else()
     endif()
 endif()
 
+# A program for another system is one file. Those for this one use the system's zlib, which every Linux has.
+set(ZLIB_USE_STATIC_LIBS ${CMAKE_CROSSCOMPILING})
+find_package(ZLIB QUIET)
+
 if(NOT argparse_FOUND)
     set(found "No argparse was found.")
     if(argparse_CONSIDERED_VERSIONS)
@@ -27,6 +31,12 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/companions/CMakeLists.txt AND NOT nlohmann_json_
     message(FATAL_ERROR
         "orbconv-inspect needs the C++ library nlohmann-json, 3.9 or later, with its CMake package. On Debian "
         "and Ubuntu run scripts/setup, which installs it.")
+endif()
+
+if(EXISTS ${PROJECT_SOURCE_DIR}/companions/CMakeLists.txt AND NOT ZLIB_FOUND)
+    message(FATAL_ERROR
+        "orbconv-standard needs zlib with its headers. On Debian and Ubuntu run scripts/setup, which installs it; "
+        "for a cross build with --windows or --big-endian.")
 endif()
 
 if(ORBCONV_BUILD_TESTS AND NOT TARGET GTest::gmock)

@@ -12,7 +12,8 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-s390x)
 
 # Programs come from this machine; headers, libraries and packages of this machine are not for that one.
-set(CMAKE_FIND_ROOT_PATH /usr/${triple})
+# What the compiler does not bring of that machine, scripts/setup unpacks into a place of its own.
+set(CMAKE_FIND_ROOT_PATH /usr/${triple} /usr/local/${triple})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
