@@ -67,15 +67,19 @@ else()
     install(FILES ${manuals} DESTINATION ${documents} COMPONENT orbconv)
     install(FILES ${PROJECT_SOURCE_DIR}/docs/examples/standard-columns.awk
         DESTINATION ${documents}/examples COMPONENT orbconv)
-    install(FILES ${PROJECT_SOURCE_DIR}/completions/orbconv.bash
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME orbconv COMPONENT orbconv)
-    install(FILES ${PROJECT_SOURCE_DIR}/completions/orbconv.fish
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT orbconv)
-    # Debian's zsh reads another folder than zsh as it comes.
-    install(FILES ${PROJECT_SOURCE_DIR}/completions/_orbconv
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT archive)
-    install(FILES ${PROJECT_SOURCE_DIR}/completions/_orbconv
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT debian EXCLUDE_FROM_ALL)
+    # A shell looks for a file by the name of the command.
+    set(completions ${PROJECT_SOURCE_DIR}/completions)
+    foreach(program IN LISTS installedPrograms)
+        install(FILES ${completions}/${program}.bash
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME ${program} COMPONENT orbconv)
+        install(FILES ${completions}/${program}.fish
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT orbconv)
+        # Debian's zsh reads another folder than zsh as it comes.
+        install(FILES ${completions}/_${program}
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT archive)
+        install(FILES ${completions}/_${program}
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT debian EXCLUDE_FROM_ALL)
+    endforeach()
     install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${documents} COMPONENT archive)
 
     find_program(ORBCONV_GZIP gzip)
@@ -163,9 +167,9 @@ if(ORBCONV_BUILD_TESTS AND NOT CMAKE_CROSSCOMPILING)
     mark_as_advanced(ORBCONV_BASH)
     if(ORBCONV_BASH)
         add_test(NAME Completions
-            COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/completions/test $<TARGET_FILE:orbconv>)
+            COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/completions/test $<TARGET_FILE_DIR:orbconv>)
         add_test(NAME ManualNamesEveryOption
-            COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/docs/check-options $<TARGET_FILE:orbconv>)
+            COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/docs/check-options $<TARGET_FILE_DIR:orbconv>)
         add_test(NAME Differences COMMAND ${ORBCONV_BASH} ${PROJECT_SOURCE_DIR}/docs/check-differences)
     endif()
 endif()
