@@ -51,13 +51,9 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 if(WIN32)
     # One folder that can stand anywhere. The texts end their lines as Windows programs expect it.
     install(TARGETS ${installedPrograms} RUNTIME DESTINATION . COMPONENT orbconv)
-    foreach(text IN ITEMS ${manuals} CHANGELOG.md completions/orbconv.ps1 docs/examples/standard-columns.awk)
+    foreach(text IN ITEMS ${manuals} CHANGELOG.md completions/orbconv.ps1)
         get_filename_component(name ${text} NAME)
-        set(lineEnds CRLF)
-        if(name MATCHES "\\.awk$")
-            set(lineEnds LF) # awk takes a carriage return for a part of the program
-        endif()
-        configure_file(${PROJECT_SOURCE_DIR}/${text} ${made}/${name} @ONLY NEWLINE_STYLE ${lineEnds})
+        configure_file(${PROJECT_SOURCE_DIR}/${text} ${made}/${name} @ONLY NEWLINE_STYLE CRLF)
         install(FILES ${made}/${name} DESTINATION . COMPONENT orbconv)
     endforeach()
 else()
@@ -65,8 +61,6 @@ else()
     install(TARGETS ${installedPrograms} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT orbconv)
     list(TRANSFORM manuals PREPEND ${PROJECT_SOURCE_DIR}/)
     install(FILES ${manuals} DESTINATION ${documents} COMPONENT orbconv)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/examples/standard-columns.awk
-        DESTINATION ${documents}/examples COMPONENT orbconv)
     # A shell looks for a file by the name of the command.
     set(completions ${PROJECT_SOURCE_DIR}/completions)
     foreach(program IN LISTS installedPrograms)
