@@ -4,12 +4,14 @@
 #include <ctime>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #include "standard/epoch_lines.h"
-#include "standard/epoch_sequence.h"
 #include "standard/file_names.h"
+#include "standard/log_order.h"
 #include "standard/navigation_header.h"
 #include "standard/navigation_writer.h"
+#include "standard/observation_header.h"
 #include "standard/stop_request.h"
 #include "standard/summary.h"
 
@@ -18,12 +20,6 @@ namespace orbconv::standard {
 namespace {
 
 constexpr double surveyShare = 0.3;  // of the time that a run takes
-
-void endIfAsked() {
-    if (stopRequested() != 0) {
-        throw Stopped{};
-    }
-}
 
 RunTime currentTime() {
     const std::time_t now = std::time(nullptr);
@@ -36,46 +32,29 @@ RunTime currentTime() {
             .second = utc.tm_sec};
 }
 
-// At least 1; what has no size is not measured.
+// What has no size is not measured.
 double sizeOf(const std::string& name) {
     std::error_code ignored;
     const auto bytes = std::filesystem::file_size(name, ignored);
-    return ignored ? 1.0 : std::max(static_cast<double>(bytes), 1.0);
+    return ignored ? 0.0 : static_cast<double>(bytes);
 }
 
-// The log's first date, with the time of day that has come until then.
-ReceptionTime firstTimeOf(const Options& options) {
-    reading::LogReader reader(openLog(options.logName));
-    reading::EpochCollector collector;
-    for (auto item = reader.next(); item != reading::LogItem::end && !collector.date();
-         item = reader.next()) {
-        if (item == reading::LogItem::message && collector.add(reader.message())) {
-            endIfAsked();
-        }
+// How much of all logs has been read.
+struct ReadingProgress {
+    ProgressBar& bar;
+    double allBytes;
+    double bytesOfEarlierLogs = 0.0;
+
+    void show(std::uint64_t position) const {
+        bar.show(surveyShare * (bytesOfEarlierLogs + static_cast<double>(position)) /
+                 std::max(allBytes, 1.0));
     }
-    return inGpsTime(collector.timeSoFar(), collector.epoch().timeBase);
-}
+};
 
-ObservationFileName nameOf(const Options& options, const HeaderTexts& texts, const ContentSurvey& content) {
-    return {.station = options.station.value_or(stationOf(texts.markerName.value_or(""))),
-            .first = content.first.value_or(reading::LogTime{}),
-            .last = content.last.value_or(reading::LogTime{}),
-            .intervalMs = content.steps.mostFrequent()};
-}
-
-std::filesystem::path folderOf(const Options& options) {
-    return options.outputDirectory ? std::filesystem::path(*options.outputDirectory)
-                                   : std::filesystem::path(options.logName).parent_path();
-}
-
-}  // namespace
-
-Survey surveyOf(const Options& options, ProgressBar& progress) {
-    const bool tellsDate = options.firstDate.has_value();
-    Surveyor surveyor(options.selection, options.firstDate,
-                      tellsDate ? ReceptionTime{} : firstTimeOf(options));
-    reading::LogReader reader(openLog(options.logName));
-    const double size = sizeOf(options.logName);
+void surveyLog(const LogStart& log, const Options& options, Survey& survey, const ReadingProgress& progress) {
+    survey.logs.push_back({.name = log.name, .site = {}});
+    Surveyor surveyor(options.selection, survey, options.firstDate, log.firstDated);
+    reading::LogReader reader(openLog(log.name));
     for (auto item = reader.next(); item != reading::LogItem::end; item = reader.next()) {
         if (item == reading::LogItem::damage) {
             surveyor.take(reader.damage());
@@ -84,90 +63,160 @@ Survey surveyOf(const Options& options, ProgressBar& progress) {
         surveyor.take(reader.message(), reader.habits());
         if (reader.message().row == rowOf("TD")) {
             endIfAsked();
-            progress.show(surveyShare * static_cast<double>(reader.position()) / size);
+            progress.show(reader.position());
         }
     }
     if (reader.failed()) {
-        throw std::runtime_error(options.logName + ": it cannot be read to its end");
+        throw std::runtime_error(log.name + ": it cannot be read to its end");
     }
-    return surveyor.finish();
+    surveyor.finish();
+}
+
+// Logs that overlap, or go back in time, tell what the files will hold only when their epochs are in order.
+void countInOrder(Survey& survey, const Selection& selection) {
+    survey.contents = {.split = selection.split, .whole = {}, .parts = {}};
+    EpochSequence epochs(survey, selection);
+    while (const EpochObservations* const epoch = epochs.next()) {
+        survey.contents.take(*epoch);
+        endIfAsked();
+    }
+    survey.lost.repeatedEpochs += epochs.repeatedEpochs();
+}
+
+std::vector<reading::LogTime> startsOf(const std::vector<Part>& parts) {
+    std::vector<reading::LogTime> starts;
+    std::ranges::transform(parts, std::back_inserter(starts), &Part::start);
+    return starts;
+}
+
+// Beside the log, or the earliest of several.
+std::filesystem::path folderOf(const Conversion& conversion) {
+    const auto& given = conversion.options.outputDirectory;
+    return given ? std::filesystem::path(*given)
+                 : std::filesystem::path(conversion.survey.logs.front().name).parent_path();
+}
+
+}  // namespace
+
+Survey surveyOf(const Options& options, ProgressBar& progress) {
+    Survey survey;
+    survey.contents.split = options.selection.split;
+    ReadingProgress reading{.bar = progress, .allBytes = 0.0};
+    for (const std::string& name : options.logNames) {
+        reading.allBytes += sizeOf(name);
+    }
+    for (const LogStart& log : logsInOrder(options)) {
+        surveyLog(log, options, survey, reading);
+        reading.bytesOfEarlierLogs += sizeOf(log.name);
+    }
+    if (!survey.epochsAscend) {
+        countInOrder(survey, options.selection);
+    }
+    return survey;
+}
+
+std::string namesOf(const Survey& survey) {
+    const std::size_t others = survey.logs.size() - 1;
+    return survey.logs.front().name + (others == 0 ? "" : " and " + std::to_string(others) + " more");
 }
 
 std::string hindranceOf(const Survey& survey) {
-    if (survey.content.epochs != 0) {
+    if (survey.contents.whole.epochs != 0) {
         return {};
     }
-    if (survey.messages == 0) {
-        return "it holds no message of a receiver";
+    if (survey.messages() == 0) {
+        return "no message of a receiver in it";
     }
-    if (survey.epochs == 0) {
-        return "it holds no epoch";
+    const std::uint64_t epochs = survey.epochs();
+    if (epochs == 0) {
+        return "no epoch in it";
     }
-    if (survey.epochs == survey.lost.epochsWithoutDate) {
-        return "it tells no date; --date YYYY-MM-DD gives that of its first epoch";
+    if (epochs == survey.lost.epochsWithoutDate) {
+        return "no date in it; --date YYYY-MM-DD gives that of the first epoch";
     }
-    std::string hindrance = "none of its epochs (" + std::to_string(survey.epochs) + ") can be written";
+    std::string hindrance = "none of the " + std::to_string(epochs) + " epochs in it can be written";
     for (const std::string& line : lossLines(survey.lost)) {
         hindrance += "; " + line;
     }
     return hindrance;
 }
 
-std::filesystem::path observationPathOf(const Options& options, const HeaderTexts& texts,
-                                        const ContentSurvey& content) {
-    return folderOf(options) / textOf(nameOf(options, texts, content));
+Conversion conversionOf(const Options& options, const Survey& survey, HeaderTexts texts) {
+    return {.options = options,
+            .survey = survey,
+            .texts = std::move(texts),
+            .columns = columnsOf(survey.contents.whole),
+            .navigation = partsOf(survey.navigation, startsOf(survey.contents.parts)),
+            .runTime = currentTime()};
 }
 
-std::optional<std::filesystem::path> navigationPathOf(const Options& options, const HeaderTexts& texts,
-                                                      const Survey& survey) {
-    const NavigationContent content = contentOf(survey.navigation, options.selection.version);
-    if (content.empty()) {
-        return std::nullopt;
+bool hasNavigation(const Conversion& conversion, std::size_t part) {
+    return !contentOf(conversion.navigation[part], conversion.options.selection.version).empty();
+}
+
+std::filesystem::path pathOf(const Conversion& conversion, std::size_t part, FileKind kind) {
+    const Options& options = conversion.options;
+    const Contents& contents = conversion.survey.contents;
+    const ContentSurvey& content = contents.parts[part].content;
+    const FileNameFacts facts{
+        .station = options.station.value_or(stationOf(conversion.texts.markerName.value_or(""))),
+        .first = content.first.value_or(reading::LogTime{}),
+        .last = content.last.value_or(reading::LogTime{}),
+        .intervalMs = contents.whole.steps.mostFrequent(),
+        .split = options.selection.split};
+    std::string name = options.longNames ? longNameOf(facts, kind) : shortNameOf(facts, kind);
+    if (options.gzip) {
+        name += ".gz";
     }
-    const ObservationFileName beside = nameOf(options, texts, survey.content);
-    return folderOf(options) / navigationNameBeside(beside);
+    return folderOf(conversion) / name;
 }
 
-void writeObservations(OutputFile& file, const Options& options, const HeaderTexts& texts, Survey& survey,
-                       ProgressBar& progress) {
-    const Columns columns = columnsOf(survey.content);
-    writeObservationHeader(file.writer(), {.version = options.selection.version,
-                                           .runTime = currentTime(),
-                                           .texts = texts,
-                                           .survey = survey,
-                                           .columns = columns});
-    EpochSequence sequence(options.logName, survey, options.selection);
-    const auto first = survey.content.first.value_or(reading::LogTime{});
-    const auto span = static_cast<double>((survey.content.last.value_or(first) - first).count() + 1);
+void writeObservations(OutputStream& out, const Conversion& conversion, std::size_t part,
+                       EpochSequence& epochs, ProgressBar& progress) {
+    const Survey& survey = conversion.survey;
+    const Contents& contents = survey.contents;
+    const auto& [start, content] = contents.parts[part];
+    writeObservationHeader(out.writer(), {.version = conversion.options.selection.version,
+                                          .runTime = conversion.runTime,
+                                          .texts = conversion.texts,
+                                          .columns = conversion.columns,
+                                          .whole = contents.whole,
+                                          .part = content,
+                                          .scale = survey.scale.value_or(TimeScale::gps),
+                                          .leapSeconds = survey.leapSeconds});
+    const auto first = contents.whole.first.value_or(reading::LogTime{});
+    const auto span = static_cast<double>((contents.whole.last.value_or(first) - first).count() + 1);
     std::uint64_t written = 0;
-    for (const EpochObservations* epoch = sequence.next(); epoch != nullptr; epoch = sequence.next()) {
-        writeEpoch(file.writer(), *epoch, columns);
+    for (const EpochObservations* epoch = epochs.current();
+         epoch != nullptr && contents.partStart(epoch->time) == start; epoch = epochs.next()) {
+        writeEpoch(out.writer(), *epoch, conversion.columns);
         ++written;
-        file.check();
+        out.check();
         endIfAsked();
         progress.show(surveyShare +
                       (1.0 - surveyShare) * static_cast<double>((epoch->time - first).count()) / span);
     }
-    survey.lost.repeatedEpochs += sequence.repeatedEpochs();
-    if (written + sequence.repeatedEpochs() != survey.content.epochs) {
-        throw std::runtime_error(options.logName + ": its second reading found other epochs than its first");
+    const bool isLastPart = part + 1 == contents.parts.size();
+    if (written != content.epochs || (isLastPart && epochs.current() != nullptr)) {
+        throw std::runtime_error(namesOf(survey) + ": the second reading found other epochs than the first");
     }
-    survey.content.epochs = written;
 }
 
-void writeNavigation(OutputFile& file, const Options& options, const HeaderTexts& texts,
-                     const Survey& survey) {
-    const RinexVersion version = options.selection.version;
-    writeNavigationHeader(file.writer(),
+void writeNavigation(OutputStream& out, const Conversion& conversion, std::size_t part) {
+    const RinexVersion version = conversion.options.selection.version;
+    const Survey& survey = conversion.survey;
+    const NavigationPart& navigation = conversion.navigation[part];
+    writeNavigationHeader(out.writer(),
                           {.version = version,
-                           .systemLetter = contentOf(survey.navigation, version).systemLetter(),
-                           .runTime = currentTime(),
-                           .comments = texts.comments,
+                           .systemLetter = contentOf(navigation, version).systemLetter(),
+                           .runTime = conversion.runTime,
+                           .comments = conversion.texts.comments,
                            .navigation = survey.navigation,
+                           .end = navigation.end,
                            .leapSeconds = survey.leapSeconds,
-                           .first = survey.content.first.value_or(reading::LogTime{})});
-    writeNavigationRecords(file.writer(), survey.navigation, version);
-    file.check();
+                           .first = survey.contents.parts[part].content.first.value_or(reading::LogTime{})});
+    writeNavigationRecords(out.writer(), navigation, version);
+    out.check();
     endIfAsked();
 }
 

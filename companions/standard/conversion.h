@@ -1,41 +1,53 @@
-// From a log to its files: the survey, and the writing of what it found.
+// From logs to files: the survey, what all files share, and the writing of each.
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
+#include <vector>
 
-#include "standard/observation_header.h"
+#include "standard/columns.h"
+#include "standard/epoch_sequence.h"
+#include "standard/header_opening.h"
+#include "standard/header_texts.h"
+#include "standard/navigation_parts.h"
 #include "standard/options.h"
-#include "standard/output_file.h"
+#include "standard/output_stream.h"
 #include "standard/progress.h"
 #include "standard/survey.h"
 
 namespace orbconv::standard {
 
-// Thrown when the process has been asked to end; see stop_request.h.
-struct Stopped {};
-
-// Reads the whole log. A log that cannot be read to its end is a std::runtime_error.
+// Reads all logs. One that cannot be read to its end is a std::runtime_error.
 Survey surveyOf(const Options& options, ProgressBar& progress);
 
-// Why no file can be made of a log; empty if one can.
+// What the logs are called together.
+std::string namesOf(const Survey& survey);
+
+// Why no file can be made of the logs; empty if one can.
 std::string hindranceOf(const Survey& survey);
 
-// The path of the observation file.
-std::filesystem::path observationPathOf(const Options& options, const HeaderTexts& texts,
-                                        const ContentSurvey& content);
+// What all files of a call share. A pair of files comes of each part of the survey's contents.
+struct Conversion {
+    const Options& options;
+    const Survey& survey;
+    HeaderTexts texts;
+    Columns columns;
+    std::vector<NavigationPart> navigation;  // for each part
+    RunTime runTime;                         // the time of this call
+};
+// Options and survey have to outlive it.
+Conversion conversionOf(const Options& options, const Survey& survey, HeaderTexts texts);
 
-// The path of the navigation file beside it; nothing if the log holds no record for it.
-std::optional<std::filesystem::path> navigationPathOf(const Options& options, const HeaderTexts& texts,
-                                                      const Survey& survey);
+// Whether a part has a navigation file: a record at least.
+bool hasNavigation(const Conversion& conversion, std::size_t part);
 
-// The header and all epochs. Counts in `survey` the epochs whose time came twice.
-void writeObservations(OutputFile& file, const Options& options, const HeaderTexts& texts, Survey& survey,
-                       ProgressBar& progress);
+std::filesystem::path pathOf(const Conversion& conversion, std::size_t part, FileKind kind);
 
-// The header and all records.
-void writeNavigation(OutputFile& file, const Options& options, const HeaderTexts& texts,
-                     const Survey& survey);
+// The header and all epochs of a part. The sequence stands on the first of them, and is left behind the last.
+void writeObservations(OutputStream& out, const Conversion& conversion, std::size_t part,
+                       EpochSequence& epochs, ProgressBar& progress);
+
+// The header and all records of a part.
+void writeNavigation(OutputStream& out, const Conversion& conversion, std::size_t part);
 
 }  // namespace orbconv::standard

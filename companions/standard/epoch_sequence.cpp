@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <numeric>
 #include <stdexcept>
 #include <system_error>
 
@@ -67,41 +68,65 @@ bool StretchReader::takeEpoch() {
     return true;
 }
 
-EpochSequence::EpochSequence(const std::string& logName, const Survey& survey, const Selection& selection) {
-    const TimeScale scale = survey.content.scale.value_or(TimeScale::gps);
-    for (const Stretch& stretch : survey.stretches) {
-        readers_.push_back(std::make_unique<StretchReader>(logName, stretch, selection, scale));
-        if (!readers_.back()->next()) {
-            readers_.pop_back();
-        }
-    }
+EpochSequence::EpochSequence(const Survey& survey, const Selection& selection)
+    : survey_(survey), selection_(selection), waiting_(survey.stretches.size()) {
+    // Of stretches that begin at the same time the one that was found first is the first to be opened.
+    std::iota(waiting_.rbegin(), waiting_.rend(), std::size_t{0});
+    std::ranges::stable_sort(waiting_, std::ranges::greater{},
+                             [&](std::size_t index) { return survey.stretches[index].first; });
 }
 
-void EpochSequence::drop(std::size_t index) {
-    if (!readers_[index]->next()) {
-        readers_.erase(readers_.begin() + static_cast<std::ptrdiff_t>(index));
+std::vector<EpochSequence::OpenStretch>::const_iterator EpochSequence::earliest() const {
+    return std::ranges::min_element(open_, {},
+                                    [](const OpenStretch& stretch) { return stretch.reader->epoch().time; });
+}
+
+// Goes on behind a time in each stretch that stands on it.
+void EpochSequence::leave(reading::LogTime time) {
+    std::erase_if(open_, [&](const OpenStretch& stretch) {
+        if (stretch.reader->epoch().time != time) {
+            return false;
+        }
+        repeatedEpochs_ += static_cast<std::uint64_t>(stretch.index != handedOut_);
+        return !stretch.reader->next();
+    });
+}
+
+// Opens the stretches that have begun by the earliest epoch of the open ones.
+void EpochSequence::openStretches() {
+    while (!waiting_.empty()) {
+        const std::size_t index = waiting_.back();
+        const Stretch& stretch = survey_.stretches[index];
+        if (!open_.empty() && stretch.first > earliest()->reader->epoch().time) {
+            return;
+        }
+        if (open_.size() == mostSideBySide) {
+            throw std::runtime_error("at " + reading::isoText(stretch.first) + " more than " +
+                                     std::to_string(mostSideBySide) +
+                                     " logs, or parts of them, overlap; give fewer logs at once");
+        }
+        waiting_.pop_back();
+        auto reader = std::make_unique<StretchReader>(survey_.logs[stretch.log].name, stretch, selection_,
+                                                      survey_.scale.value_or(TimeScale::gps));
+        if (reader->next()) {
+            const auto behind = std::ranges::upper_bound(open_, index, {}, &OpenStretch::index);
+            open_.insert(behind, {.index = index, .reader = std::move(reader)});
+        }
     }
 }
 
 const EpochObservations* EpochSequence::next() {
-    if (handedOut_) {
-        // From the last one on, so that no index moves that is still to be looked at.
-        const reading::LogTime time = readers_[*handedOut_]->epoch().time;
-        for (std::size_t i = readers_.size(); i-- > 0;) {
-            if (readers_[i]->epoch().time == time) {
-                repeatedEpochs_ += static_cast<std::uint64_t>(i != *handedOut_);
-                drop(i);
-            }
-        }
-        handedOut_.reset();
+    if (current_ != nullptr) {
+        leave(current_->time);
+        current_ = nullptr;
     }
-    const auto earliest =
-        std::ranges::min_element(readers_, {}, [](const auto& reader) { return reader->epoch().time; });
-    if (earliest == readers_.end()) {
-        return nullptr;
+    openStretches();
+    if (!open_.empty()) {
+        const auto stretch = earliest();
+        handedOut_ = stretch->index;
+        current_ = &stretch->reader->epoch();
     }
-    handedOut_ = static_cast<std::size_t>(earliest - readers_.begin());
-    return &(*earliest)->epoch();
+    return current_;
 }
 
 }  // namespace orbconv::standard

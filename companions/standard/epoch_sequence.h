@@ -1,6 +1,8 @@
-// The epochs of a log in the order of their times: its stretches side by side, each of which ascends.
+// The epochs of all logs in the order of their times. Each stretch of a log ascends; those that overlap are
+// read side by side.
 #pragma once
 
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,29 +34,47 @@ private:
 
     const Selection& selection_;
     TimeScale scale_;
-    Stretch stretch_;
+    const Stretch& stretch_;
     reading::LogReader reader_;
     reading::EpochCollector collector_;
     std::optional<reading::LogTime> lastTime_;
     EpochObservations observations_;
 };
 
-// All epochs of a log. Of two of the same time the one that stands first in the log counts.
+// As many stretches can overlap at one time: each that is being read has an open file and its buffers.
+inline constexpr std::size_t mostSideBySide = 40;
+
 class EpochSequence {
 public:
-    EpochSequence(const std::string& logName, const Survey& survey, const Selection& selection);
+    // All that is given has to outlive the sequence.
+    EpochSequence(const Survey& survey, const Selection& selection);
 
-    // The next epoch, valid until the call behind; null behind the last one.
+    // The next epoch, valid until the call behind; null behind the last one. Of several of the same time the
+    // one counts whose stretch the survey found first. More overlaps than can be are a std::runtime_error.
     const EpochObservations* next();
+
+    // What next() gave last; null ahead of its first call.
+    [[nodiscard]] const EpochObservations* current() const { return current_; }
 
     // Those that came with a time that another stretch had already.
     [[nodiscard]] std::uint64_t repeatedEpochs() const { return repeatedEpochs_; }
 
 private:
-    void drop(std::size_t index);
+    struct OpenStretch {
+        std::size_t index = 0;  // of the survey's stretches
+        std::unique_ptr<StretchReader> reader;
+    };
 
-    std::vector<std::unique_ptr<StretchReader>> readers_;  // that stand on an epoch, in the order of the log
-    std::optional<std::size_t> handedOut_;                 // index of the reader whose epoch was taken
+    void leave(reading::LogTime time);
+    void openStretches();
+    [[nodiscard]] std::vector<OpenStretch>::const_iterator earliest() const;
+
+    const Survey& survey_;
+    const Selection& selection_;
+    std::vector<std::size_t> waiting_;  // indices of stretches that are not open yet, the earliest at the end
+    std::vector<OpenStretch> open_;     // each stands on an epoch; by their indices
+    const EpochObservations* current_ = nullptr;
+    std::size_t handedOut_ = 0;  // the index of the stretch that `current_` is of
     std::uint64_t repeatedEpochs_ = 0;
 };
 

@@ -38,17 +38,21 @@ std::string field(std::int64_t number, char unit) {
     return padded(number, 2) + unit;
 }
 
-// Station, source, start and period.
-std::string stemOf(const ObservationFileName& name) {
-    const reading::CalendarTime start = reading::calendarOf(name.first);
-    std::string text = name.station + "_R_";
-    text +=
-        padded(start.year, 4) + padded(start.dayOfYear, 3) + padded(start.hour, 2) + padded(start.minute, 2);
-    const std::int64_t span = (name.last - name.first).count();
-    return text + '_' + periodField(name.intervalMs ? span + *name.intervalMs : span);
+// Year and day of the year, four and three digits.
+std::string dayField(const reading::CalendarTime& time) {
+    return padded(time.year, 4) + padded(time.dayOfYear, 3);
+}
+
+// Milliseconds from the first epoch to where the one behind the last would be.
+std::int64_t spanOf(const FileNameFacts& facts) {
+    return (facts.last - facts.first).count() + facts.intervalMs.value_or(0);
 }
 
 }  // namespace
+
+char smallOf(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 char capitalOf(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -112,12 +116,31 @@ std::string rateField(std::optional<std::int64_t> intervalMs) {
     return hertz % hundred == 0 ? field(hertz / hundred, 'C') : std::string(unspecified);
 }
 
-std::string textOf(const ObservationFileName& name) {
-    return stemOf(name) + '_' + rateField(name.intervalMs) + "_MO.rnx";
+std::string longNameOf(const FileNameFacts& facts, FileKind kind) {
+    const reading::CalendarTime start =
+        reading::calendarOf(facts.split ? partStartOf(facts.first, *facts.split) : facts.first);
+    std::string name = facts.station + "_R_" + dayField(start) + padded(start.hour, 2) +
+                       padded(start.minute, 2) + '_' +
+                       periodField(facts.split ? lengthOf(*facts.split).count() : spanOf(facts)) + '_';
+    if (kind == FileKind::observations) {
+        name += rateField(facts.intervalMs) + '_';
+    }
+    return name + (kind == FileKind::observations ? "MO" : "MN") + ".rnx";
 }
 
-std::string navigationNameBeside(const ObservationFileName& name) {
-    return stemOf(name) + "_MN.rnx";
+std::string shortNameOf(const FileNameFacts& facts, FileKind kind) {
+    constexpr std::size_t siteColumns = 4;
+    const bool isOfOneHour = facts.split != Split::day &&
+                             partStartOf(facts.first, Split::hour) == partStartOf(facts.last, Split::hour);
+    const reading::CalendarTime start = reading::calendarOf(facts.first);
+    const std::string day = dayField(start);
+    std::string name;
+    for (const char c : facts.station.substr(0, siteColumns)) {
+        name += smallOf(c);
+    }
+    name += day.substr(4);
+    name += isOfOneHour ? static_cast<char>('a' + start.hour) : '0';
+    return name + '.' + day.substr(2, 2) + (kind == FileKind::observations ? 'o' : 'p');
 }
 
 }  // namespace orbconv::standard

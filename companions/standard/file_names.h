@@ -1,5 +1,4 @@
-// The long names of RINEX files: XXXXMRCCC_R_YYYYDDDHHMM_PPP_FFF_MO.rnx and
-// XXXXMRCCC_R_YYYYDDDHHMM_PPP_MN.rnx.
+// The names of RINEX files, long and short.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +7,7 @@
 #include <string_view>
 
 #include "reading/log_time.h"
+#include "standard/selection.h"
 
 namespace orbconv::standard {
 
@@ -15,6 +15,7 @@ inline constexpr std::size_t stationNameColumns = 9;
 
 // Of ASCII, whatever the locale.
 char capitalOf(char c);
+char smallOf(char c);
 // Whether a character can stand in a name: a capital or a digit.
 bool isNameCharacter(char c);
 
@@ -31,18 +32,25 @@ std::string periodField(std::int64_t milliseconds);
 // none.
 std::string rateField(std::optional<std::int64_t> intervalMs);
 
-// What an observation file's name tells.
-struct ObservationFileName {
-    std::string station;
-    reading::LogTime first;
+enum class FileKind : std::uint8_t { observations, navigation };
+
+// What the names of a pair of files tell.
+struct FileNameFacts {
+    std::string station;     // nine characters
+    reading::LogTime first;  // of the epochs
     reading::LogTime last;
     std::optional<std::int64_t> intervalMs;
+    std::optional<Split> split;  // the whole hour or day stands in the name, whatever of it there is
 };
-// Named as a mixed file whatever the log holds, so that the files of a station go on under one name when a
-// constellation comes or goes. What is in it says its version line.
-std::string textOf(const ObservationFileName& name);
 
-// The navigation file beside it.
-std::string navigationNameBeside(const ObservationFileName& name);
+// XXXXMRCCC_R_YYYYDDDHHMM_PPP_FFF_MO.rnx and XXXXMRCCC_R_YYYYDDDHHMM_PPP_MN.rnx. Named as mixed files
+// whatever the log holds, so that the files of a station go on under one name when a constellation comes or
+// goes. What is in one says its version line.
+std::string longNameOf(const FileNameFacts& facts, FileKind kind);
+
+// ssssdddf.yyo and ssssdddf.yyp: the station's first four characters as small letters, the day of the year,
+// the year. f is the hour as a letter from a to x if all epochs stand in one hour and the file is not that of
+// a whole day, else 0.
+std::string shortNameOf(const FileNameFacts& facts, FileKind kind);
 
 }  // namespace orbconv::standard

@@ -53,9 +53,4 @@ inline constexpr auto textRows = std::to_array<TextRow>({
 // character. Nothing for a text that can stand.
 std::optional<std::string> refusalOf(std::string_view text, std::size_t width);
 
-// The texts of the command line, and where it has none those of the log. What of the log's texts is too wide
-// is cut, with a line in `warnings`.
-HeaderTexts headerTextsOf(const HeaderTexts& given, const reading::SiteIdentity& site,
-                          std::vector<std::string>& warnings);
-
 }  // namespace orbconv::standard

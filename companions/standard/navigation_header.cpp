@@ -81,10 +81,12 @@ void writeOffsetLine(TextWriter& out, const TimeOffsetTerms& terms, const Offset
 
 // Of the terms that a test picks, those that came last; null if there are none.
 template <class Terms, class Test>
-const Terms* lastHeard(const std::vector<Terms>& sets, Test test) {
+const Terms* lastHeard(const std::vector<Terms>& sets, const std::optional<reading::LogTime>& end,
+                       Test test) {
     const Terms* last = nullptr;
     for (const Terms& terms : sets) {
-        if (test(terms) && (last == nullptr || terms.heard > last->heard)) {
+        const bool isOfFile = !end || terms.sent < *end;
+        if (isOfFile && test(terms) && (last == nullptr || terms.heard > last->heard)) {
             last = &terms;
         }
     }
@@ -92,18 +94,19 @@ const Terms* lastHeard(const std::vector<Terms>& sets, Test test) {
 }
 
 // IONOSPHERIC CORR and TIME SYSTEM CORR: the last set of each.
-void writeCorrectionLines(TextWriter& out, const NavigationSet& navigation) {
+void writeCorrectionLines(TextWriter& out, const NavigationFacts& facts) {
     for (const IonosphereRow& row : ionosphereRows) {
-        const auto* const terms = lastHeard(navigation.ionosphere(), [&](const IonosphereTerms& other) {
-            return other.constellation == row.constellation;
-        });
+        const auto* const terms =
+            lastHeard(facts.navigation.ionosphere(), facts.end,
+                      [&](const IonosphereTerms& other) { return other.constellation == row.constellation; });
         if (terms != nullptr) {
             writeIonosphereLines(out, *terms, row);
         }
     }
     for (const OffsetRow& row : offsetRows) {
-        const auto* const terms = lastHeard(
-            navigation.offsets(), [&](const TimeOffsetTerms& other) { return other.pair == row.pair; });
+        const auto* const terms =
+            lastHeard(facts.navigation.offsets(), facts.end,
+                      [&](const TimeOffsetTerms& other) { return other.pair == row.pair; });
         if (terms != nullptr) {
             writeOffsetLine(out, *terms, row);
         }
@@ -124,7 +127,7 @@ void writeNavigationHeader(TextWriter& out, const NavigationFacts& facts) {
         writeLine(out, comment, "COMMENT");
     }
     if (facts.version == RinexVersion::v305) {
-        writeCorrectionLines(out, facts.navigation);
+        writeCorrectionLines(out, facts);
     }
     if (facts.leapSeconds || facts.version == RinexVersion::v401) {
         writeLine(out, integerField(facts.leapSeconds.value_or(leapSecondsAt(facts.first)), 6),

@@ -17,8 +17,9 @@ struct NavigationFacts {
     RunTime runTime;
     const std::vector<std::string>& comments;
     const NavigationSet& navigation;
-    std::optional<int> leapSeconds;  // that the log tells
-    reading::LogTime first;          // of the observations: else its date tells them, where they must stand
+    std::optional<reading::LogTime> end;  // what was sent first from then on is not of this file
+    std::optional<int> leapSeconds;       // that the log tells
+    reading::LogTime first;  // of the observations: else its date tells them, where they must stand
 };
 
 // 3.05 has the ionosphere terms and time offsets here, the last set of each; at 4.01 they are records.

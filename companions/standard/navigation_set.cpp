@@ -75,6 +75,7 @@ TimeOffsetTerms offsetTerms(Constellation constellation, std::string_view pair,
         weekCountOf(constellation == Constellation::beidou ? constellation : Constellation::gps);
     const std::int32_t week = settledWeek(offset.week, offset.reference, weeks, gpsTime);
     const LogTime weekStart = weeks.start + std::chrono::days{7} * std::int64_t{week};
+    const LogTime sent = inSystemTime(gpsTime, constellation);
     return {.constellation = constellation,
             .pair = pair,
             .a0 = offset.a0,
@@ -82,7 +83,8 @@ TimeOffsetTerms offsetTerms(Constellation constellation, std::string_view pair,
             .reference = offset.reference,
             .week = week,
             .epoch = weekStart + seconds{static_cast<std::int64_t>(offset.reference)},
-            .transmission = secondsOf(inSystemTime(gpsTime, constellation), weekStart)};
+            .sent = sent,
+            .transmission = secondsOf(sent, weekStart)};
 }
 
 // GLONASS gives the corrections of its own time: their sign turned, they are offsets. They are of the day.
@@ -94,6 +96,7 @@ TimeOffsetTerms glonassTerms(std::string_view pair, double correction, LogTime g
             .pair = pair,
             .a0 = 0.0 - correction,
             .epoch = day,
+            .sent = sent,
             .transmission = secondsOf(sent, weekStart)};
 }
 

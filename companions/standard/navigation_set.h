@@ -22,7 +22,7 @@ struct IonosphereTerms {
     Constellation constellation{};
     std::array<double, 8> values{};
     std::int32_t sv = 0;      // the satellite that sent them, or the one that was heard last; 0 unknown
-    reading::LogTime sent;    // in the constellation's own time
+    reading::LogTime sent;    // for the first time, in the constellation's own time
     std::uint64_t heard = 0;  // counts the terms that came: those of the greatest number came last
 };
 
@@ -34,6 +34,7 @@ struct TimeOffsetTerms {
     double reference = 0;     // seconds of week; 0 for GLONASS
     std::int32_t week = 0;    // of the reference, in the constellation's count; 0 for GLONASS
     reading::LogTime epoch;   // the reference as a date, for GLONASS the day of reception
+    reading::LogTime sent;    // for the first time, in the constellation's own time
     double transmission = 0;  // seconds of the week of `epoch`
     std::uint64_t heard = 0;  // as above
 };

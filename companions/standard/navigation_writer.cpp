@@ -168,36 +168,36 @@ char NavigationContent::systemLetter() const {
                : 'M';
 }
 
-NavigationContent contentOf(const NavigationSet& navigation, RinexVersion version) {
+NavigationContent contentOf(const NavigationPart& part, RinexVersion version) {
     NavigationContent content;
-    for (const NavigationRecord& record : navigation.records()) {
-        if (isKnownTo(version, record.type)) {
-            ++content.records[indexOf(record.constellation)][record.typeName];
+    for (const NavigationRecord* record : part.records) {
+        if (isKnownTo(version, record->type)) {
+            ++content.records[indexOf(record->constellation)][record->typeName];
         } else {
             ++content.leftOut;
         }
     }
     if (version == RinexVersion::v401) {
-        for (const TimeOffsetTerms& terms : navigation.offsets()) {
-            ++content.records[indexOf(terms.constellation)]["STO"];
+        for (const TimeOffsetTerms* terms : part.offsets) {
+            ++content.records[indexOf(terms->constellation)]["STO"];
         }
-        for (const IonosphereTerms& terms : navigation.ionosphere()) {
-            ++content.records[indexOf(terms.constellation)]["ION"];
+        for (const IonosphereTerms* terms : part.ionosphere) {
+            ++content.records[indexOf(terms->constellation)]["ION"];
         }
     }
     return content;
 }
 
-void writeNavigationRecords(TextWriter& out, const NavigationSet& navigation, RinexVersion version) {
+void writeNavigationRecords(TextWriter& out, const NavigationPart& part, RinexVersion version) {
     if (version == RinexVersion::v401) {
-        for (const TimeOffsetTerms& terms : navigation.offsets()) {
-            writeOffsetRecord(out, terms);
+        for (const TimeOffsetTerms* terms : part.offsets) {
+            writeOffsetRecord(out, *terms);
         }
-        for (const IonosphereTerms& terms : navigation.ionosphere()) {
-            writeIonosphereRecord(out, terms);
+        for (const IonosphereTerms* terms : part.ionosphere) {
+            writeIonosphereRecord(out, *terms);
         }
     }
-    for (const NavigationRecord* record : navigation.sortedRecords()) {
+    for (const NavigationRecord* record : part.records) {
         if (isKnownTo(version, record->type)) {
             writeEphemeris(out, *record, version);
         }

@@ -5,7 +5,7 @@
 #include <map>
 #include <string_view>
 
-#include "standard/navigation_set.h"
+#include "standard/navigation_parts.h"
 #include "standard/selection.h"
 #include "text/text_writer.h"
 
@@ -24,10 +24,10 @@ struct NavigationContent {
     // The letter of the file: that of its only system, or M.
     [[nodiscard]] char systemLetter() const;
 };
-NavigationContent contentOf(const NavigationSet& navigation, RinexVersion version);
+NavigationContent contentOf(const NavigationPart& part, RinexVersion version);
 
 // All records: at 4.01 time offsets and ionosphere terms, then the ephemerides; at 3.05 the ephemerides that
 // it knows.
-void writeNavigationRecords(TextWriter& out, const NavigationSet& navigation, RinexVersion version);
+void writeNavigationRecords(TextWriter& out, const NavigationPart& part, RinexVersion version);
 
 }  // namespace orbconv::standard

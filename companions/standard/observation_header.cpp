@@ -70,14 +70,12 @@ Lines codeLines(const HeaderFacts& facts) {
 }
 
 Lines intervalLine(const HeaderFacts& facts) {
-    const auto step = facts.survey.content.steps.mostFrequent();
+    const auto step = facts.part.steps.mostFrequent();
     return step ? Lines{fixedField(static_cast<double>(*step) / 1000.0, 3, 10)} : Lines{};
 }
 
 std::string timeLine(const HeaderFacts& facts, const std::optional<reading::LogTime>& time) {
-    const ContentSurvey& content = facts.survey.content;
-    return timeField(time.value_or(reading::LogTime{})) + "     " +
-           std::string(timeSystemCode(content.scale.value_or(TimeScale::gps)));
+    return timeField(time.value_or(reading::LogTime{})) + "     " + std::string(timeSystemCode(facts.scale));
 }
 
 // ---- phase shifts ----
@@ -86,7 +84,7 @@ std::string timeLine(const HeaderFacts& facts, const std::optional<reading::LogT
 std::map<double, Lines> correctionGroups(const HeaderFacts& facts, Constellation constellation,
                                          std::size_t band) {
     std::map<double, Lines> groups;
-    const SatelliteSet& satellites = facts.survey.content.signals[band][orbconv::indexOf(constellation)];
+    const SatelliteSet& satellites = facts.whole.signals[band][orbconv::indexOf(constellation)];
     for (std::size_t number = 1; number <= highestNumber; ++number) {
         if (satellites[number]) {
             groups[phaseCorrection(constellation, band, static_cast<int>(number))].push_back(
@@ -125,16 +123,20 @@ Lines phaseShiftLines(const HeaderFacts& facts) {
 
 // ---- GLONASS ----
 
+// Whether the file has columns for it.
+bool hasGlonass(const HeaderFacts& facts) {
+    return !facts.columns[orbconv::indexOf(Constellation::glonass)].empty();
+}
+
 Lines glonassSlotLines(const HeaderFacts& facts) {
-    const ContentSurvey& content = facts.survey.content;
-    if (content.satellites(Constellation::glonass).none()) {
+    if (!hasGlonass(facts)) {
         return {};
     }
     Lines entries;
     for (std::size_t slot = 1; slot <= highestNumber; ++slot) {
-        if (content.glonassChannels[slot]) {
+        if (facts.part.glonassChannels[slot]) {
             entries.push_back(satelliteName(Constellation::glonass, slot) + ' ' +
-                              integerField(*content.glonassChannels[slot], 2) + ' ');
+                              integerField(*facts.part.glonassChannels[slot], 2) + ' ');
         }
     }
     return listLines(entries, 8, integerField(static_cast<std::int64_t>(entries.size()), 3) + ' ', "    ");
@@ -142,13 +144,12 @@ Lines glonassSlotLines(const HeaderFacts& facts) {
 
 // Blank: the biases are unknown.
 Lines glonassBiasLine(const HeaderFacts& facts) {
-    const bool stands =
-        facts.version == RinexVersion::v305 && facts.survey.content.satellites(Constellation::glonass).any();
+    const bool stands = facts.version == RinexVersion::v305 && hasGlonass(facts);
     return stands ? Lines{""} : Lines{};
 }
 
 Lines leapSecondLine(const HeaderFacts& facts) {
-    return facts.survey.leapSeconds ? Lines{integerField(*facts.survey.leapSeconds, 6)} : Lines{};
+    return facts.leapSeconds ? Lines{integerField(*facts.leapSeconds, 6)} : Lines{};
 }
 
 // clang-format off
@@ -167,8 +168,8 @@ constexpr auto headerRows = std::to_array<HeaderRow>({
     {"SYS / # / OBS TYPES",  codeLines},
     {"SIGNAL STRENGTH UNIT", [](const HeaderFacts&) { return Lines{"DBHZ"}; }},
     {"INTERVAL",             intervalLine},
-    {"TIME OF FIRST OBS",    [](const HeaderFacts& facts) { return Lines{timeLine(facts, facts.survey.content.first)}; }},
-    {"TIME OF LAST OBS",     [](const HeaderFacts& facts) { return Lines{timeLine(facts, facts.survey.content.last)}; }},
+    {"TIME OF FIRST OBS",    [](const HeaderFacts& facts) { return Lines{timeLine(facts, facts.part.first)}; }},
+    {"TIME OF LAST OBS",     [](const HeaderFacts& facts) { return Lines{timeLine(facts, facts.part.last)}; }},
     {"RCV CLOCK OFFS APPL",  [](const HeaderFacts&) { return Lines{integerField(0, 6)}; }},
     {"SYS / PHASE SHIFT",    phaseShiftLines},
     {"GLONASS SLOT / FRQ #", glonassSlotLines},

@@ -13,8 +13,11 @@ struct HeaderFacts {
     RinexVersion version;
     RunTime runTime;
     const HeaderTexts& texts;
-    const Survey& survey;  // of an epoch at least
     const Columns& columns;
+    const ContentSurvey& whole;  // of all files: what the columns and their phase shifts are of
+    const ContentSurvey& part;   // of this file; an epoch at least
+    TimeScale scale;
+    std::optional<int> leapSeconds;
 };
 
 void writeObservationHeader(TextWriter& out, const HeaderFacts& facts);

@@ -35,16 +35,38 @@ std::optional<double> numberOf(std::string_view text) {
     return value;
 }
 
+template <class Value>
+struct Choice {
+    std::string_view text;
+    Value value;
+};
+
+template <class Value>
+Value chosen(std::string_view text, const Choice<Value>& one, const Choice<Value>& other) {
+    for (const Choice<Value>& choice : {one, other}) {
+        if (text == choice.text) {
+            return choice.value;
+        }
+    }
+    refuse(text, std::string(one.text) + " or " + std::string(other.text));
+}
+
 }  // namespace
 
 RinexVersion versionOf(std::string_view text) {
-    if (text == "3.05") {
-        return RinexVersion::v305;
-    }
-    if (text == "4.01") {
-        return RinexVersion::v401;
-    }
-    refuse(text, "3.05 or 4.01");
+    return chosen<RinexVersion>(text, {"3.05", RinexVersion::v305}, {"4.01", RinexVersion::v401});
+}
+
+Split splitOf(std::string_view text) {
+    return chosen<Split>(text, {"1h", Split::hour}, {"1d", Split::day});
+}
+
+FileKind fileKindOf(std::string_view text) {
+    return chosen<FileKind>(text, {"obs", FileKind::observations}, {"nav", FileKind::navigation});
+}
+
+bool longNamesOf(std::string_view text) {
+    return chosen<bool>(text, {"yes", true}, {"no", false});
 }
 
 PerConstellation<bool> systemsOf(std::string_view text) {

@@ -8,11 +8,21 @@
 #include <string_view>
 
 #include "reading/log_time.h"
+#include "standard/file_names.h"
 #include "standard/selection.h"
 
 namespace orbconv::standard {
 
 RinexVersion versionOf(std::string_view text);
+
+// "1h", "1d".
+Split splitOf(std::string_view text);
+
+// "obs", "nav".
+FileKind fileKindOf(std::string_view text);
+
+// "yes", "no".
+bool longNamesOf(std::string_view text);
 
 // Letters of G, R, E, C and I, in any order.
 PerConstellation<bool> systemsOf(std::string_view text);

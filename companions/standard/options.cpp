@@ -23,10 +23,16 @@ struct ValueRow {
 constexpr auto fileRows = std::to_array<ValueRow>({
     {"--rinex",      "3.05|4.01", "version of the files [3.05]",
      [](Options& options, const std::string& text) { options.selection.version = versionOf(text); }},
-    {"--output-dir", "DIR",       "where the files go [beside the log]",
+    {"--output-dir", "DIR",       "where the files go [beside the first log]",
      [](Options& options, const std::string& text) { options.outputDirectory = text; }},
     {"--station",    "XXXXMRCCC", "station in the files' names [the marker's first four letters, 00XXX]",
      [](Options& options, const std::string& text) { options.station = stationNameOf(text); }},
+    {"--long-names", "yes|no",    "XXXXMRCCC_R_YYYYDDDHHMM_..., or ssssdddf.yyo and .yyp [yes]",
+     [](Options& options, const std::string& text) { options.longNames = longNamesOf(text); }},
+    {"--split",      "1h|1d",     "files of a whole hour or day each",
+     [](Options& options, const std::string& text) { options.selection.split = splitOf(text); }},
+    {"--stdout",     "obs|nav",   "that one file to standard output, and none on disk",
+     [](Options& options, const std::string& text) { options.toStandardOutput = fileKindOf(text); }},
 });
 constexpr auto selectionRows = std::to_array<ValueRow>({
     {"--systems",  "GRECI",   "constellations: GPS, GLONASS, Galileo, BeiDou, NavIC [all]",
@@ -37,7 +43,7 @@ constexpr auto selectionRows = std::to_array<ValueRow>({
      [](Options& options, const std::string& text) { options.selection.end = timeOf(text); }},
     {"--interval", "SECONDS", "epochs on whole multiples of it since midnight",
      [](Options& options, const std::string& text) { options.selection.intervalMs = intervalMsOf(text); }},
-    {"--date",     "DATE",    "date of the first epoch, for a log that tells none: 2024-05-06",
+    {"--date",     "DATE",    "date of a log's first epoch, if it tells none: 2024-05-06",
      [](Options& options, const std::string& text) { options.firstDate = dateOf(text); }},
 });
 constexpr auto lengthRows = std::to_array<ValueRow>({
@@ -128,14 +134,19 @@ Options optionsOf(int argc, const char* const* argv) {
     const std::string name(programName);
     argparse::ArgumentParser parser(name, name + ' ' + std::string(versionNumber));
     parser.add_description(
-        "Writes the observations and the navigation messages of a receiver's log as RINEX\n"
-        "files, to the letter of the standard and with every value that the log holds.");
+        "Writes the observations and the navigation messages of a receiver's logs as RINEX\n"
+        "files, to the letter of the standard and with every value that the logs hold.");
     parser.add_epilog(
         "Exit status: 0 all is written, 2 written, but something was lost to damage or missing\n"
         "dates, 1 not written. Times are in the file's time system.");
     parser.set_usage_max_line_width(usageColumns);
-    parser.add_argument("log").metavar("LOG").help("the log").store_into(options.logName);
+    parser.add_argument("logs")
+        .metavar("LOG")
+        .help("logs of one receiver, in any order; together they give one pair of files")
+        .nargs(argparse::nargs_pattern::at_least_one)
+        .store_into(options.logNames);
     declareValues(parser, options, fileRows);
+    parser.add_argument("--gzip").help("compress the files: .gz behind each name").store_into(options.gzip);
     parser.add_argument("--force").help("overwrite files").store_into(options.force);
     parser.add_argument("-q", "--quiet")
         .help("nothing but errors on the error stream")
@@ -146,6 +157,9 @@ Options optionsOf(int argc, const char* const* argv) {
     declareTexts(parser, options);
     declareValues(parser, options, lengthRows);
     parser.parse_args(withGuardedValues(argc, argv));
+    if (options.toStandardOutput && options.selection.split) {
+        throw std::runtime_error("--stdout: one file alone can go there, and --split makes several");
+    }
     return options;
 }
 

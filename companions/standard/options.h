@@ -3,20 +3,25 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "reading/log_time.h"
+#include "standard/file_names.h"
 #include "standard/header_texts.h"
 #include "standard/selection.h"
 
 namespace orbconv::standard {
 
 struct Options {
-    std::string logName;
+    std::vector<std::string> logNames;           // at least one
     std::optional<std::string> outputDirectory;  // else the log's
     std::optional<std::string> station;          // nine characters; else out of the marker's name
+    bool longNames = true;
+    bool gzip = false;
+    std::optional<FileKind> toStandardOutput;  // that file alone, and none on disk
     Selection selection;
     HeaderTexts texts;
-    std::optional<reading::LogDate> firstDate;  // of a log's first epoch, as long as the log tells none
+    std::optional<reading::LogDate> firstDate;  // of each log's first epoch, as long as the log tells none
     bool force = false;
     bool quiet = false;
 };

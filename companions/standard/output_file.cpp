@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace orbconv::standard {
 
@@ -11,12 +12,6 @@ namespace {
 std::filesystem::path partOf(std::filesystem::path path) {
     path += ".part";
     return path;
-}
-
-void refuseExisting(const std::filesystem::path& path, bool overwrite) {
-    if (!overwrite && std::filesystem::exists(path)) {
-        throw std::runtime_error(path.string() + " exists; --force overwrites it");
-    }
 }
 
 // A folder for the output that is not there yet is made. If it cannot be, opening the file says why.
@@ -29,45 +24,42 @@ void makeFolderOf(const std::filesystem::path& path) {
 
 }  // namespace
 
-OutputFile::OutputFile(std::filesystem::path path, bool overwrite)
-    : path_(std::move(path)), partPath_(partOf(path_)), writer_(stream_) {
-    refuseExisting(path_, overwrite);
-    makeFolderOf(path_);
-    errno = 0;
-    stream_.open(partPath_);
-    if (!stream_.is_open()) {
-        finished_ = true;  // nothing to take away
-        fail();
+void refuseExisting(const std::filesystem::path& path, bool overwrite) {
+    if (!overwrite && std::filesystem::exists(path)) {
+        throw std::runtime_error(path.string() + " exists; --force overwrites it");
     }
 }
 
+OutputFile::OutputFile(std::filesystem::path path, bool gzip) : path_(std::move(path)) {
+    makeFolderOf(path_);
+    auto open = std::make_unique<Open>();
+    errno = 0;
+    open->file.open(partOf(path_), gzip ? std::ios::out | std::ios::binary : std::ios::out);
+    if (!open->file.is_open()) {
+        failToWrite(path_.string());
+    }
+    partPath_ = partOf(path_);
+    open->text = std::make_unique<OutputStream>(open->file, path_.string(), gzip);
+    open_ = std::move(open);
+}
+
 OutputFile::~OutputFile() {
-    if (!finished_) {
-        stream_.close();
+    open_.reset();
+    if (!partPath_.empty()) {
         std::error_code ignored;
         std::filesystem::remove(partPath_, ignored);
     }
 }
 
-void OutputFile::fail() const {
-    const std::string reason = errno != 0 ? std::generic_category().message(errno) : "it cannot be written";
-    throw std::runtime_error(path_.string() + ": " + reason);
-}
-
-void OutputFile::check() const {
-    if (stream_.fail()) {
-        fail();
-    }
-}
-
 void OutputFile::close() {
-    writer_.flush();
-    stream_.close();
-    check();
+    stream().finish();
+    open_->file.close();
+    stream().check();
+    open_.reset();
 }
 
 void OutputFile::finish() {
-    if (stream_.is_open()) {
+    if (open_) {
         close();
     }
     std::error_code error;
@@ -75,7 +67,7 @@ void OutputFile::finish() {
     if (error) {
         throw std::runtime_error(path_.string() + ": " + error.message());
     }
-    finished_ = true;
+    partPath_.clear();
 }
 
 }  // namespace orbconv::standard

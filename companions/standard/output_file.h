@@ -3,26 +3,29 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 
-#include "text/text_writer.h"
+#include "standard/output_stream.h"
 
 namespace orbconv::standard {
+
+// An existing file is a std::runtime_error unless `overwrite`.
+void refuseExisting(const std::filesystem::path& path, bool overwrite);
 
 // Written beside its final name, under the same name with ".part" behind it, and renamed by finish(). Without
 // that, it is taken away again. Every failure is thrown as a std::runtime_error that names the file and says
 // why.
 class OutputFile {
 public:
-    // An existing file is a failure unless `overwrite`.
-    OutputFile(std::filesystem::path path, bool overwrite);
+    // A file that is compressed has the line ends '\n' on every system, another has those of this system.
+    explicit OutputFile(std::filesystem::path path, bool gzip = false);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    TextWriter& writer() { return writer_; }
+    // Until close().
+    OutputStream& stream() { return *open_->text; }
 
-    // Fails if something could not be written so far; cheap enough to ask after each epoch.
-    void check() const;
     // Writes all out, still under the name with ".part"; only the new name is left for finish().
     void close();
     void finish();
@@ -30,13 +33,14 @@ public:
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
 private:
-    [[noreturn]] void fail() const;
+    struct Open {
+        std::ofstream file;
+        std::unique_ptr<OutputStream> text;
+    };
 
-    std::filesystem::path path_;
-    std::filesystem::path partPath_;
-    std::ofstream stream_;
-    TextWriter writer_;
-    bool finished_ = false;
+    std::filesystem::path path_;      // empty once moved from
+    std::filesystem::path partPath_;  // empty when it is no longer there
+    std::unique_ptr<Open> open_;
 };
 
 }  // namespace orbconv::standard

@@ -1,11 +1,15 @@
 #include "standard/run.h"
 
+#include <algorithm>
 #include <exception>
+#include <filesystem>
 #include <iostream>
-#include <optional>
+#include <span>
 #include <stdexcept>
 
 #include "standard/conversion.h"
+#include "standard/log_texts.h"
+#include "standard/output_files.h"
 #include "standard/platform.h"
 #include "standard/program.h"
 #include "standard/stop_request.h"
@@ -28,74 +32,109 @@ void tellLines(std::string_view indent, const std::vector<std::string>& lines) {
     }
 }
 
-void tellSummary(const Options& options, const Survey& survey, const OutputFile& observations,
-                 const std::optional<OutputFile>& navigation) {
-    const RinexVersion version = options.selection.version;
-    tell("written: " + observations.path().string());
-    tellLines("  ", contentLines(survey.content, columnsOf(survey.content)));
+// "24 observation files, FIRST to LAST".
+std::string filesText(const std::vector<std::filesystem::path>& paths, const char* kind) {
+    const std::string first = paths.front().string();
+    return paths.size() == 1 ? first
+                             : std::to_string(paths.size()) + ' ' + kind + " files, " + first + " to " +
+                                   paths.back().filename().string();
+}
+
+void tellObservations(const Conversion& conversion) {
+    const Survey& survey = conversion.survey;
+    tellLines("  ",
+              contentLines(survey.contents.whole, survey.scale.value_or(TimeScale::gps), conversion.columns));
     const std::vector<std::string> losses = lossLines(survey.lost);
     if (!losses.empty()) {
         tellLines("  ", {"left out (a satellite counts in each of its epochs):"});
         tellLines("    ", losses);
     }
-    if (navigation) {
-        tell("written: " + navigation->path().string());
-    } else {
-        tell("no navigation file: the log holds no record for it");
-    }
-    tellLines("  ", navigationLines(survey.navigation, version));
-    const std::vector<std::string> navigationLosses = navigationLossLines(survey.navigation, version);
-    if (!navigationLosses.empty()) {
+}
+
+void tellNavigation(const Conversion& conversion) {
+    const RinexVersion version = conversion.options.selection.version;
+    const NavigationSet& navigation = conversion.survey.navigation;
+    tellLines("  ", navigationLines(navigation, version));
+    const std::vector<std::string> losses = navigationLossLines(navigation, version);
+    if (!losses.empty()) {
         tellLines("  ", {"left out:"});
-        tellLines("    ", navigationLosses);
+        tellLines("    ", losses);
     }
 }
 
-int convert(const Options& options) {
+void tellFiles(const Conversion& conversion, const OutputFiles& files) {
+    tell("written: " + filesText(files.paths(FileKind::observations), "observation"));
+    tellObservations(conversion);
+    const auto navigation = files.paths(FileKind::navigation);
+    tell(navigation.empty() ? "no navigation file: the log holds no record for it"
+                            : "written: " + filesText(navigation, "navigation"));
+    tellNavigation(conversion);
+}
+
+struct Outcome {
+    int status = 0;
+    bool hasWarnings = false;
+};
+
+Outcome convert(const Options& options) {
     const bool showsProgress = !options.quiet && errorStreamIsTerminal();
     ProgressBar progress(showsProgress ? &std::cerr : nullptr, 1.0);
-    Survey survey = surveyOf(options, progress);
+    const Survey survey = surveyOf(options, progress);
     const std::string hindrance = hindranceOf(survey);
     if (!hindrance.empty()) {
-        throw std::runtime_error(options.logName + ": " + hindrance);
+        throw std::runtime_error(namesOf(survey) + ": " + hindrance);
     }
-    std::vector<std::string> warnings;
-    const HeaderTexts texts = headerTextsOf(options.texts, survey.site, warnings);
-    // Both are there, or refused, ahead of the first byte.
-    OutputFile observations(observationPathOf(options, texts, survey.content), options.force);
-    std::optional<OutputFile> navigation;
-    if (const auto path = navigationPathOf(options, texts, survey)) {
-        navigation.emplace(*path, options.force);
-        writeNavigation(*navigation, options, texts, survey);
+    std::vector<std::string> warnings = doubtsAbout(survey.logs);
+    const Conversion conversion =
+        conversionOf(options, survey, headerTextsOf(options.texts, survey.logs, warnings));
+    OutputFiles files(conversion);
+    if (options.toStandardOutput) {
+        writeToStandardOutput(conversion, *options.toStandardOutput, progress);
+    } else {
+        files.write(progress);
     }
-    writeObservations(observations, options, texts, survey, progress);
-    observations.close();
-    if (navigation) {
-        navigation->finish();
-    }
-    observations.finish();
     progress.clear();
     if (!options.quiet) {
         for (const std::string& warning : warnings) {
             tell("warning: " + warning);
         }
-        tellSummary(options, survey, observations, navigation);
+        if (!options.toStandardOutput) {
+            tellFiles(conversion, files);
+        } else if (*options.toStandardOutput == FileKind::observations) {
+            tellObservations(conversion);
+        } else {
+            tellNavigation(conversion);
+        }
     }
-    return hasLoss(survey.lost) ? exitWithLoss : 0;
+    return {.status = hasLoss(survey.lost) ? exitWithLoss : 0, .hasWarnings = !warnings.empty()};
+}
+
+Outcome outcomeOf(int argc, const char* const* argv) {
+    try {
+        const Options options = optionsOf(argc, argv);
+        noteStopRequests();
+        return convert(options);
+    } catch (const std::exception& error) {
+        tell(error.what());
+        return {.status = exitFailure};
+    }
 }
 
 }  // namespace
 
 int run(int argc, const char* const* argv) {
     try {
-        const Options options = optionsOf(argc, argv);
-        noteStopRequests();
-        return convert(options);
+        const Outcome outcome = outcomeOf(argc, argv);
+        // Logs that were dropped on the program come without an option, and its window would be gone at once.
+        const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
+        const bool hasOptions =
+            std::ranges::any_of(arguments, [](const char* text) { return text[0] == '-'; });
+        if (!hasOptions && (outcome.status != 0 || outcome.hasWarnings)) {
+            keepOwnWindowOpen();
+        }
+        return outcome.status;
     } catch (const Stopped&) {
         return endAsRequested();
-    } catch (const std::exception& error) {
-        tell(error.what());
-        return exitFailure;
     }
 }
 

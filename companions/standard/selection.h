@@ -1,6 +1,7 @@
 // What of a log goes into the files: the version that they are written in, systems, window, thinning.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 
@@ -11,6 +12,17 @@
 namespace orbconv::standard {
 
 enum class RinexVersion : std::uint8_t { v305, v401 };
+
+// Files of a whole hour or a whole day each.
+enum class Split : std::uint8_t { hour, day };
+constexpr std::chrono::milliseconds lengthOf(Split split) {
+    return split == Split::hour ? std::chrono::hours{1} : std::chrono::hours{24};
+}
+// The start of the whole hour or day that a time is of.
+constexpr reading::LogTime partStartOf(reading::LogTime time, Split split) {
+    const auto sinceDay = time - std::chrono::floor<std::chrono::days>(time);
+    return time - sinceDay % lengthOf(split);
+}
 
 // The constellations that can be written: those with observation messages and letters in the standard.
 inline constexpr PerConstellation<bool> writableConstellations = {
@@ -23,6 +35,7 @@ struct Selection {
     std::optional<reading::LogTime> start;   // the first time that is taken
     std::optional<reading::LogTime> end;     // the last time that is taken
     std::optional<std::int64_t> intervalMs;  // epochs on whole multiples of it since midnight; above 0
+    std::optional<Split> split;              // else all goes into one pair of files
 };
 
 // Whether a signal has a code in the version: NavIC L1 has one from 4.01 on.

@@ -30,6 +30,12 @@ int stopRequested() {
     return noted;
 }
 
+void endIfAsked() {
+    if (stopRequested() != 0) {
+        throw Stopped{};
+    }
+}
+
 int endAsRequested() {
     std::signal(noted, SIG_DFL);
     return std::raise(noted);

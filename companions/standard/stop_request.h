@@ -9,6 +9,10 @@ void noteStopRequests();
 // The signal that was noted; 0 as long as none has come.
 int stopRequested();
 
+// Thrown when the process has been asked to end.
+struct Stopped {};
+void endIfAsked();
+
 // Ends the process as the noted signal would have. Returns only if that cannot be, with the reason's number.
 int endAsRequested();
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "standard/header_fields.h"
+#include "standard/navigation_parts.h"
 #include "standard/navigation_writer.h"
 #include "standard/observation_header.h"
 
@@ -33,7 +34,7 @@ constexpr auto lossRows = std::to_array<LossRow>({
     {"epochs of a time that came already",                   [](const LossCounts& lost) { return lost.repeatedEpochs; }},
     {"epochs without a satellite to write",                  [](const LossCounts& lost) { return lost.epochsWithoutSatellites; }},
     {"epochs outside the window or the interval",            [](const LossCounts& lost) { return lost.epochsNotAskedFor; }},
-    {"epochs that the log does not close",                   [](const LossCounts& lost) { return std::uint64_t{lost.hasOpenEpoch ? 1U : 0U}; }},
+    {"epochs that the log does not close",                   [](const LossCounts& lost) { return lost.openEpochs; }},
     {"clock offsets beyond 9 s",                             [](const LossCounts& lost) { return lost.unprintableClockOffsets; }},
     {"satellites of GLONASS without slot",                   satellites<LeftOut::glonassWithoutSlot>},
     {"satellites of GLONASS on an impossible channel",       satellites<LeftOut::glonassWithoutChannel>},
@@ -48,18 +49,22 @@ constexpr auto lossRows = std::to_array<LossRow>({
 
 std::string intervalText(const ContentSurvey& content) {
     const auto step = content.steps.mostFrequent();
-    return step ? ", mostly every " + fixedField(static_cast<double>(*step) / 1000.0, 3, 0) + " s" : "";
+    if (!step) {
+        return "";
+    }
+    const std::uint64_t gaps = content.steps.gaps();
+    return ", mostly every " + fixedField(static_cast<double>(*step) / 1000.0, 3, 0) + " s" +
+           (gaps == 0 ? "" : ", longer steps: " + std::to_string(gaps));
 }
 
 }  // namespace
 
-std::vector<std::string> contentLines(const ContentSurvey& content, const Columns& columns) {
+std::vector<std::string> contentLines(const ContentSurvey& content, TimeScale scale, const Columns& columns) {
     std::vector<std::string> lines;
     lines.push_back("epochs: " + std::to_string(content.epochs) + ", " +
                     reading::isoText(content.first.value_or(reading::LogTime{})) + " to " +
                     reading::isoText(content.last.value_or(reading::LogTime{})) + ' ' +
-                    std::string(timeSystemCode(content.scale.value_or(TimeScale::gps))) +
-                    intervalText(content));
+                    std::string(timeSystemCode(scale)) + intervalText(content));
     for (std::size_t i = 0; i < constellationCount; ++i) {
         const auto constellation = static_cast<Constellation>(i);
         if (columns[i].empty()) {
@@ -89,7 +94,7 @@ std::vector<std::string> lossLines(const LossCounts& lost) {
 
 std::vector<std::string> navigationLines(const NavigationSet& navigation, RinexVersion version) {
     std::vector<std::string> lines;
-    const NavigationContent content = contentOf(navigation, version);
+    const NavigationContent content = contentOf(wholeOf(navigation), version);
     for (std::size_t i = 0; i < constellationCount; ++i) {
         std::string line = systemLetters[i] + std::string(": records");
         for (const auto& [kind, count] : content.records[i]) {
@@ -112,7 +117,7 @@ std::vector<std::string> navigationLossLines(const NavigationSet& navigation, Ri
         {"messages with a satellite, time or number that a record cannot show", losses.unusable},
         {"messages without date", losses.withoutDate},
         {"records of kinds that 3.05 does not know (--rinex 4.01 has them)",
-         contentOf(navigation, version).leftOut},
+         contentOf(wholeOf(navigation), version).leftOut},
     }};
     std::vector<std::string> lines;
     for (const auto& [text, count] : rows) {

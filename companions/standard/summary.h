@@ -11,7 +11,7 @@
 namespace orbconv::standard {
 
 // The epochs, and a line for each system, all without their ends.
-std::vector<std::string> contentLines(const ContentSurvey& content, const Columns& columns);
+std::vector<std::string> contentLines(const ContentSurvey& content, TimeScale scale, const Columns& columns);
 
 // A line for each reason for which something was left out. A satellite counts in each of its epochs.
 std::vector<std::string> lossLines(const LossCounts& lost);

@@ -1,7 +1,6 @@
 #include "standard/survey.h"
 
-#include <algorithm>
-#include <utility>
+#include <numeric>
 
 #include "reading/broadcast.h"
 #include "standard/epoch_lines.h"
@@ -10,10 +9,6 @@
 namespace orbconv::standard {
 
 namespace {
-
-// INTERVAL has six digits ahead of the point.
-constexpr std::int64_t longestStepMs = 999'999'999;
-constexpr std::size_t mostSteps = 10'000;
 
 // The time offsets that tell the leap seconds (receiver's format).
 constexpr BodyField<std::int8_t> leapSecondsField{18};
@@ -28,42 +23,14 @@ std::optional<int> leapSecondsIn(const reading::Message& message) {
 
 }  // namespace
 
-void StepCounts::add(std::int64_t stepMs) {
-    if (stepMs <= longestStepMs && (counts_.size() < mostSteps || counts_.contains(stepMs))) {
-        ++counts_[stepMs];
-    }
+std::uint64_t Survey::messages() const {
+    return std::accumulate(logs.begin(), logs.end(), std::uint64_t{0},
+                           [](std::uint64_t sum, const SurveyedLog& log) { return sum + log.messages; });
 }
 
-std::optional<std::int64_t> StepCounts::mostFrequent() const {
-    const auto most =
-        std::ranges::max_element(counts_, [](const auto& a, const auto& b) { return a.second < b.second; });
-    return most == counts_.end() ? std::nullopt : std::optional(most->first);
-}
-
-void ContentSurvey::take(const EpochObservations& observations) {
-    for (const SatelliteObservations& satellite : observations.satellites) {
-        const std::size_t column = orbconv::indexOf(satellite.constellation);
-        const auto number = static_cast<std::size_t>(satellite.number);
-        if (satellite.constellation == Constellation::glonass && !glonassChannels[number]) {
-            glonassChannels[number] = satellite.channel;
-        }
-        for (std::size_t band = 0; band < bandCount; ++band) {
-            if (!satellite.signals[band].empty()) {
-                signals[band][column].set(number);
-            }
-        }
-    }
-    ++epochs;
-    first = std::min(first.value_or(observations.time), observations.time);
-    last = std::max(last.value_or(observations.time), observations.time);
-}
-
-SatelliteSet ContentSurvey::satellites(Constellation constellation) const {
-    SatelliteSet all;
-    for (const auto& bySystem : signals) {
-        all |= bySystem[orbconv::indexOf(constellation)];
-    }
-    return all;
+std::uint64_t Survey::epochs() const {
+    return std::accumulate(logs.begin(), logs.end(), std::uint64_t{0},
+                           [](std::uint64_t sum, const SurveyedLog& log) { return sum + log.epochs; });
 }
 
 ReceptionTime inGpsTime(std::optional<reading::LogTime> time, std::uint8_t timeBase) {
@@ -73,23 +40,25 @@ ReceptionTime inGpsTime(std::optional<reading::LogTime> time, std::uint8_t timeB
     return time;
 }
 
-Surveyor::Surveyor(const Selection& selection, std::optional<reading::LogDate> firstDate,
+Surveyor::Surveyor(const Selection& selection, Survey& survey, std::optional<reading::LogDate> firstDate,
                    ReceptionTime firstTime)
     : selection_(selection),
+      survey_(survey),
       firstTime_(firstTime),
       collector_(reading::CarriedTime{.date = firstDate, .timeOfDayMs = {}}),
       carried_{.date = firstDate, .timeOfDayMs = {}} {}
 
 void Surveyor::take(const reading::Message& message, const reading::LogReader::Habits& habits) {
-    ++survey_.messages;
-    survey_.site.take(message);
+    SurveyedLog& log = survey_.logs.back();
+    ++log.messages;
+    log.site.take(message);
     if (const auto leapSeconds = leapSecondsIn(message)) {
         survey_.leapSeconds = leapSeconds;
     }
-    survey_.lost.hasOpenEpoch = survey_.lost.hasOpenEpoch || message.row == rowOf("SX");
+    hasOpenEpoch_ = hasOpenEpoch_ || message.row == rowOf("SX");
     takeNavigation(message);
     if (collector_.add(message)) {
-        survey_.lost.hasOpenEpoch = false;
+        hasOpenEpoch_ = false;
         takeEpoch(collector_.epoch());
         carried_ = collector_.carriedTime();
         habits_ = habits;
@@ -111,13 +80,13 @@ void Surveyor::takeNavigation(const reading::Message& message) {
 }
 
 void Surveyor::takeEpoch(const reading::Epoch& epoch) {
-    ++survey_.epochs;
-    switch (gateOf(epoch, selection_, survey_.content.scale)) {
+    ++survey_.logs.back().epochs;
+    switch (gateOf(epoch, selection_, survey_.scale)) {
         case Gate::withoutDate: ++survey_.lost.epochsWithoutDate; break;
         case Gate::otherScale: ++survey_.lost.epochsOfOtherScale; break;
         case Gate::notAskedFor: ++survey_.lost.epochsNotAskedFor; break;
         case Gate::open:
-            survey_.content.scale = timeScaleOf(epoch.timeBase);
+            survey_.scale = timeScaleOf(epoch.timeBase);
             takeInOrder(epoch);
             break;
     }
@@ -143,25 +112,33 @@ void Surveyor::takeInOrder(const reading::Epoch& epoch) {
     if (observations_.clockOffset && !isPrintable(*observations_.clockOffset)) {
         ++survey_.lost.unprintableClockOffsets;
     }
-    survey_.content.take(observations_);
+    if (survey_.epochsAscend) {
+        survey_.contents.take(observations_);
+    }
 }
 
 // Whether the epoch stands in a stretch: behind the last epoch, or as the first of a new one.
 bool Surveyor::continuesStretch(const reading::Epoch& epoch) {
-    if (lastTime_ && *lastTime_ < observations_.time) {
-        survey_.content.steps.add((observations_.time - *lastTime_).count());
-    } else if (survey_.stretches.size() == mostStretches) {
-        return false;
-    } else {
-        survey_.stretches.push_back({.offset = epoch.offset, .carried = carried_, .habits = habits_});
+    if (!lastTime_ || *lastTime_ >= observations_.time) {
+        if (stretches_ == mostStretches) {
+            return false;
+        }
+        ++stretches_;
+        const auto& lastOfAll = survey_.contents.whole.last;
+        survey_.epochsAscend = survey_.epochsAscend && (!lastOfAll || *lastOfAll < observations_.time);
+        survey_.stretches.push_back({.log = survey_.logs.size() - 1,
+                                     .first = observations_.time,
+                                     .offset = epoch.offset,
+                                     .carried = carried_,
+                                     .habits = habits_});
     }
     lastTime_ = observations_.time;
     survey_.stretches.back().endOffset = epoch.endOffset;
     return true;
 }
 
-Survey Surveyor::finish() {
-    return std::move(survey_);
+void Surveyor::finish() {
+    survey_.lost.openEpochs += static_cast<std::uint64_t>(hasOpenEpoch_);
 }
 
 }  // namespace orbconv::standard

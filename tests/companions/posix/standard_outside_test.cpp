@@ -125,8 +125,11 @@ TEST(StandardOutside, PipeHasNoSecondReading) {
     ASSERT_EQ(mkfifo(name.c_str(), S_IRUSR | S_IWUSR), 0);
     const std::fstream bothEnds(name);  // so that opening it does not wait for a writer
     orbconv::standard::Survey survey;
+    survey.logs.push_back({.name = name, .site = {}});
     survey.stretches.resize(1);
-    EXPECT_THROW(orbconv::standard::EpochSequence(name, survey, {}), std::runtime_error);
+    const orbconv::standard::Selection selection;
+    orbconv::standard::EpochSequence epochs(survey, selection);
+    EXPECT_THROW(epochs.next(), std::runtime_error);
 }
 
 TEST(StandardOutside, HelpAndVersionEndWithZero) {

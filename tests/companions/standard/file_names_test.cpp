@@ -61,10 +61,12 @@ TEST(StandardFileNames, RateHasTheLargestUnitThatMakesItWhole) {
 }
 
 TEST(StandardFileNames, NameHasTheDayOfTheYearAndTheIntervalBehindTheLastEpoch) {
-    EXPECT_EQ(textOf(ObservationFileName{.station = "ALGO00CAN",
-                                         .first = timeOf("2024-12-31T23:45:59.9"),
-                                         .last = timeOf("2025-01-01T00:44:59.9"),
-                                         .intervalMs = 60 * second}),
+    EXPECT_EQ(longNameOf({.station = "ALGO00CAN",
+                          .first = timeOf("2024-12-31T23:45:59.9"),
+                          .last = timeOf("2025-01-01T00:44:59.9"),
+                          .intervalMs = 60 * second,
+                          .split = {}},
+                         FileKind::observations),
               "ALGO00CAN_R_20243662345_01H_01M_MO.rnx");
 }
 

@@ -274,12 +274,14 @@ TEST(NavigationFile, WindowAndIntervalDoNotActOnIt) {
 }
 
 TEST(NavigationFile, NameHasNoRate) {
-    const orbconv::standard::ObservationFileName name{
+    const orbconv::standard::FileNameFacts facts{
         .station = "ABCD00DNK",
         .first = *orbconv::reading::timeOfIsoText("2025-01-05T02:00"),
         .last = *orbconv::reading::timeOfIsoText("2025-01-05T02:59:30"),
-        .intervalMs = 30000};
-    EXPECT_EQ(orbconv::standard::navigationNameBeside(name), "ABCD00DNK_R_20250050200_01H_MN.rnx");
+        .intervalMs = 30000,
+        .split = {}};
+    EXPECT_EQ(orbconv::standard::longNameOf(facts, orbconv::standard::FileKind::navigation),
+              "ABCD00DNK_R_20250050200_01H_MN.rnx");
 }
 
 TEST(NavigationFile, ExistingOneIsAnErrorUnlessForced) {

@@ -3,12 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "standard/header_texts.h"
+#include "standard/log_texts.h"
 #include "standard/options.h"
 #include "standard/summary.h"
 
@@ -37,6 +39,9 @@ Options optionsFrom(const Lines& arguments) {
 
 TEST(StandardOptionValues, RefusalsSayWhatIsWanted) {
     EXPECT_EQ(refusalBy([] { versionOf("3.04"); }), "'3.04' is not 3.05 or 4.01");
+    EXPECT_EQ(refusalBy([] { splitOf("1H"); }), "'1H' is not 1h or 1d");
+    EXPECT_EQ(refusalBy([] { fileKindOf("o"); }), "'o' is not obs or nav");
+    EXPECT_EQ(refusalBy([] { longNamesOf(""); }), "'' is not yes or no");
     EXPECT_EQ(refusalBy([] { systemsOf("GX"); }), "'GX' is not one or several letters of GRECI");
     EXPECT_EQ(refusalBy([] { timeOf("x"); }), "'x' is not a time such as 2024-05-06T23:00:30");
     EXPECT_EQ(refusalBy([] { dateOf("x"); }), "'x' is not a date such as 2024-05-06");
@@ -112,21 +117,22 @@ TEST(StandardHeaderTexts, TextsOfTheLogAreCutWithAWarning) {
     const auto text = [](std::size_t size) {
         return orbconv::reading::LogText{.text = std::string(size, 'x'), .offset = 7};
     };
-    orbconv::reading::SiteIdentity site;
+    SurveyedLog log{.name = "site.kvs", .site = {}};
+    orbconv::reading::SiteIdentity& site = log.site;
     site.markerName = text(61);
     site.receiverNumber = text(21);
     site.receiverType = text(22);
     site.receiverVersion = text(23);
     site.antennaType = text(24);
     Lines warnings;
-    const HeaderTexts texts = headerTextsOf({}, site, warnings);
+    const HeaderTexts texts = headerTextsOf({}, std::array{log}, warnings);
     EXPECT_EQ(texts.markerName, std::string(60, 'x'));
     for (const HeaderText& cut :
          {texts.receiverNumber, texts.receiverType, texts.receiverVersion, texts.antennaType}) {
         EXPECT_EQ(cut, std::string(20, 'x'));
     }
     const auto warning = [](const std::string& id, int size, int width, const std::string& option) {
-        return "the " + id + " message at byte 7 tells a text of " + std::to_string(size) +
+        return "site.kvs: the " + id + " message at byte 7 tells a text of " + std::to_string(size) +
                " characters, cut to " + std::to_string(width) + "; " + option + " gives another";
     };
     EXPECT_EQ(warnings,
@@ -140,13 +146,19 @@ TEST(StandardSummary, FirstLineHasTimesScaleAndInterval) {
     content.epochs = 2;
     content.first = timeOf("2024-05-06T10:00");
     content.last = timeOf("2024-05-06T10:00:30.5");
-    content.scale = TimeScale::gps;
-    EXPECT_EQ(contentLines(content, {}),
+    EXPECT_EQ(contentLines(content, TimeScale::gps, {}),
               Lines{"epochs: 2, 2024-05-06T10:00:00.000 to 2024-05-06T10:00:30.500 GPS"});
     content.steps.add(30'500);
-    EXPECT_EQ(contentLines(content, {}),
+    EXPECT_EQ(contentLines(content, TimeScale::gps, {}),
               Lines{"epochs: 2, 2024-05-06T10:00:00.000 to 2024-05-06T10:00:30.500 "
                     "GPS, mostly every 30.500 s"});
+    content.steps.add(30'500);
+    content.steps.add(61'000);
+    content.steps.add(99'000);
+    content.steps.add(1'000);
+    EXPECT_EQ(contentLines(content, TimeScale::utc, {}),
+              Lines{"epochs: 2, 2024-05-06T10:00:00.000 to 2024-05-06T10:00:30.500 "
+                    "GLO, mostly every 30.500 s, longer steps: 2"});
 }
 
 }  // namespace

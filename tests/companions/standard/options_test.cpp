@@ -101,7 +101,7 @@ TEST(StandardOptions, NothingSelectedIsAnErrorAndNoFile) {
         const StandardRun run = runStandard(fullLog(), arguments);
         EXPECT_EQ(run.exitStatus, 1);
         EXPECT_TRUE(run.files.empty());
-        EXPECT_TRUE(contains(run.errors, "none of its epochs (1) can be written; epochs "));
+        EXPECT_TRUE(contains(run.errors, "none of the 1 epochs in it can be written; epochs "));
     }
 }
 
@@ -141,9 +141,9 @@ TEST(StandardOptions, LogsWithoutAnEpochAreErrors) {
     const struct {
         std::string log;
         const char* reason;
-    } cases[] = {{"", "it holds no message of a receiver"},
-                 {"a letter to someone", "it holds no message of a receiver"},
-                 {LogBuilder().rd(2024, 3, 5).take(), "it holds no epoch"}};
+    } cases[] = {{"", "no message of a receiver in it"},
+                 {"a letter to someone", "no message of a receiver in it"},
+                 {LogBuilder().rd(2024, 3, 5).take(), "no epoch in it"}};
     for (const auto& [log, reason] : cases) {
         const StandardRun run = runStandard(log);
         EXPECT_EQ(run.exitStatus, 1);
@@ -211,7 +211,7 @@ TEST(StandardOptions, WrongOptionsAreErrorsThatNameThem) {
     }
     std::string errors;
     EXPECT_EQ(runWithArguments({}, errors), 1);
-    EXPECT_TRUE(contains(errors, "1 argument(s) expected. 0 provided.")) << errors;
+    EXPECT_TRUE(contains(errors, "logs: 1 or more argument(s) expected. 0 provided.")) << errors;
     EXPECT_EQ(runWithArguments({"--nonsense", "log"}, errors), 1);
     EXPECT_TRUE(contains(errors, "--nonsense")) << errors;
 }

@@ -50,14 +50,14 @@ TEST(StandardProgress, NothingIsShownEarlyOrWithoutAStream) {
 TEST(StandardOutputFile, FileIsThereWholeOrNotAtAll) {
     const OwnFolder folder;
     {
-        OutputFile given(folder.path() / "a.rnx", false);
-        given.writer().text("half");
+        OutputFile given(folder.path() / "a.rnx");
+        given.stream().writer().text("half");
         EXPECT_EQ(folder.names(), Lines{"a.rnx.part"});
     }
     EXPECT_EQ(folder.names(), Lines{});
-    OutputFile file(folder.path() / "a.rnx", false);
-    file.writer().text("whole");
-    file.check();
+    OutputFile file(folder.path() / "a.rnx");
+    file.stream().writer().text("whole");
+    file.stream().check();
     file.finish();
     EXPECT_EQ(folder.names(), Lines{"a.rnx"});
     EXPECT_EQ(testsupport::textOfFile(folder.path() / "a.rnx"), "whole");
@@ -68,7 +68,7 @@ TEST(StandardOutputFile, NameThatAFolderHasIsAFailureAndLeavesNothing) {
     const OwnFolder folder;
     std::filesystem::create_directories(folder.path() / "a.rnx" / "b");
     {
-        OutputFile file(folder.path() / "a.rnx", true);
+        OutputFile file(folder.path() / "a.rnx");
         EXPECT_THROW(file.finish(), std::runtime_error);
     }
     EXPECT_EQ(folder.names(), Lines{"a.rnx"});
@@ -126,7 +126,7 @@ TEST(StandardEpochLines, ClockOffsetHasRoomBelowNineSeconds) {
 TEST(StandardConversion, LogThatCannotBeReadIsAFailure) {
     const OwnFolder folder;
     Options options;
-    options.logName = folder.path().string();  // a folder can be opened, but not read
+    options.logNames = {folder.path().string()};  // a folder can be opened, but not read
     ProgressBar progress(nullptr, 1.0);
     EXPECT_THROW(surveyOf(options, progress), std::runtime_error);
 }
@@ -134,22 +134,29 @@ TEST(StandardConversion, LogThatCannotBeReadIsAFailure) {
 TEST(StandardConversion, SecondReadingMustFindWhatTheFirstFound) {
     const OwnFolder folder;
     Options options;
-    options.logName = folder.file("site.kvs");
+    const std::string log = folder.file("site.kvs");
+    options.logNames = {log};
     ProgressBar progress(nullptr, 1.0);
-    testsupport::writeBytes(options.logName, testsupport::logOfTimes({0, 1000, 2000}));
-    Survey survey = surveyOf(options, progress);
+    testsupport::writeBytes(log, testsupport::logOfTimes({0, 1000, 2000}));
+    const Survey survey = surveyOf(options, progress);
+    const Conversion conversion = conversionOf(options, survey, {});
     // Cut off, and then without the epoch that its stretch begins with.
     for (const std::string& other : {testsupport::logOfTimes({0}), std::string(200, ' ')}) {
-        testsupport::writeBytes(options.logName, other);
-        OutputFile file(folder.path() / "a.rnx", false);
-        EXPECT_THROW(writeObservations(file, options, {}, survey, progress), std::runtime_error);
+        testsupport::writeBytes(log, other);
+        OutputFile file(folder.path() / "a.rnx");
+        EpochSequence epochs(survey, options.selection);
+        epochs.next();
+        EXPECT_THROW(writeObservations(file.stream(), conversion, 0, epochs, progress), std::runtime_error);
     }
 }
 
 TEST(StandardConversion, LogThatIsGoneIsAFailure) {
     Survey survey;
+    survey.logs.push_back({.name = "/no/such/log", .site = {}});
     survey.stretches.resize(1);
-    EXPECT_THROW(EpochSequence("/no/such/log", survey, {}), std::runtime_error);
+    const Selection selection;
+    EpochSequence epochs(survey, selection);
+    EXPECT_THROW(epochs.next(), std::runtime_error);
 }
 
 TEST(StandardSummary, EachReasonHasALineAndSomeAreLosses) {
@@ -157,7 +164,7 @@ TEST(StandardSummary, EachReasonHasALineAndSomeAreLosses) {
     EXPECT_EQ(lossLines(lost), Lines{});
     EXPECT_FALSE(hasLoss(lost));
     lost.satellites[static_cast<std::size_t>(LeftOut::sbas)] = 3;
-    lost.hasOpenEpoch = true;
+    lost.openEpochs = 1;
     EXPECT_EQ(lossLines(lost), (Lines{"epochs that the log does not close: 1", "satellites of SBAS: 3"}));
     EXPECT_FALSE(hasLoss(lost));
     lost.damagedBytes = 1;
@@ -174,7 +181,7 @@ TEST(StandardSummary, LinesStandInTheirOrder) {
                     .repeatedEpochs = 6,
                     .disorderedEpochs = 5,
                     .unprintableClockOffsets = 10,
-                    .hasOpenEpoch = true};
+                    .openEpochs = 1};
     for (std::size_t reason = 0; reason < leftOutCount; ++reason) {
         lost.satellites[reason] = 11 + reason;
     }
@@ -203,7 +210,7 @@ TEST(StandardSummary, LossesAreDamageAndEpochsThatFitNowhere) {
                       .epochsWithoutSatellites = 1,
                       .repeatedEpochs = 1,
                       .unprintableClockOffsets = 1,
-                      .hasOpenEpoch = true};
+                      .openEpochs = 1};
     others.satellites.fill(1);
     EXPECT_FALSE(hasLoss(others));
 }

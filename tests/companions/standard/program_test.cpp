@@ -283,7 +283,7 @@ TEST(StandardProgram, TextOfTheLogThatIsTooWideIsCutWithAWarning) {
     EXPECT_EQ(run.exitStatus, 0);
     EXPECT_EQ(run.labelled("ANT # / TYPE"), Lines{"                    TWENTY-ONE CHARACTER"});
     EXPECT_TRUE(contains(run.errors,
-                         "warning: the == message at byte 0 tells a text of 21 characters, cut to 20; "
+                         "site.kvs: the == message at byte 0 tells a text of 21 characters, cut to 20; "
                          "--antenna-type gives another\n"));
 }
 

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <random>
 #include <sstream>
+#include <utility>
 
 #include "standard/run.h"
 
@@ -49,32 +50,63 @@ void writeBytes(const fs::path& path, std::string_view bytes) {
     std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
-int runWithArguments(const std::vector<std::string>& arguments, std::string& errors) {
+namespace {
+
+// Takes what goes to a stream as long as it lives.
+class Caught {
+public:
+    explicit Caught(std::ostream& stream) : stream_(stream), usual_(stream.rdbuf(text_.rdbuf())) {}
+    ~Caught() { stream_.rdbuf(usual_); }
+    Caught(const Caught&) = delete;
+    Caught& operator=(const Caught&) = delete;
+    [[nodiscard]] std::string text() const { return text_.str(); }
+
+private:
+    std::ostream& stream_;
+    std::ostringstream text_;
+    std::streambuf* usual_;
+};
+
+StandardRun runWith(const std::vector<std::string>& arguments) {
     std::vector<const char*> pointers = {"orbconv-standard"};
     for (const std::string& argument : arguments) {
         pointers.push_back(argument.c_str());
     }
-    const std::ostringstream caught;
-    std::streambuf* const usual = std::cerr.rdbuf(caught.rdbuf());
-    const int status = orbconv::standard::run(static_cast<int>(pointers.size()), pointers.data());
-    std::cerr.rdbuf(usual);
-    errors = caught.str();
-    return status;
+    const Caught errors(std::cerr);
+    const Caught output(std::cout);
+    StandardRun result;
+    result.exitStatus = orbconv::standard::run(static_cast<int>(pointers.size()), pointers.data());
+    result.errors = errors.text();
+    result.output = output.text();
+    return result;
 }
 
-StandardRun runStandard(std::string_view log, std::vector<std::string> arguments,
-                        const std::string& logName) {
+}  // namespace
+
+int runWithArguments(const std::vector<std::string>& arguments, std::string& errors) {
+    const StandardRun result = runWith(arguments);
+    errors = result.errors;
+    return result.exitStatus;
+}
+
+StandardRun runStandardOn(const std::vector<NamedLog>& logs, std::vector<std::string> arguments) {
     const OwnFolder folder;
-    writeBytes(folder.path() / logName, log);
-    arguments.push_back(folder.file(logName));
-    StandardRun result;
-    result.exitStatus = runWithArguments(arguments, result.errors);
+    for (const NamedLog& log : logs) {
+        writeBytes(folder.path() / log.name, log.bytes);
+        arguments.push_back(folder.file(log.name));
+    }
+    StandardRun result = runWith(arguments);
     for (const std::string& name : folder.names()) {
-        if (name != logName) {
+        if (std::ranges::find(logs, name, &NamedLog::name) == logs.end()) {
             result.files[name] = textOfFile(folder.path() / name);
         }
     }
     return result;
+}
+
+StandardRun runStandard(std::string_view log, std::vector<std::string> arguments,
+                        const std::string& logName) {
+    return runStandardOn({{logName, std::string(log)}}, std::move(arguments));
 }
 
 namespace {
@@ -90,6 +122,8 @@ std::vector<std::string> textsOf(const std::map<std::string, std::string>& files
     return texts;
 }
 
+}  // namespace
+
 std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> all;
     std::istringstream stream(text);
@@ -98,8 +132,6 @@ std::vector<std::string> linesOf(const std::string& text) {
     }
     return all;
 }
-
-}  // namespace
 
 std::string StandardRun::text() const {
     const auto texts = textsOf(files, "O.rnx");
@@ -133,11 +165,15 @@ std::vector<std::string> StandardRun::labelled(std::string_view label) const {
     return found;
 }
 
-std::vector<std::string> StandardRun::body() const {
-    std::vector<std::string> all = lines();
+std::vector<std::string> bodyOf(const std::string& text) {
+    std::vector<std::string> all = linesOf(text);
     const auto end =
         std::ranges::find_if(all, [](const std::string& line) { return line.ends_with("END OF HEADER"); });
     return {end == all.end() ? end : end + 1, all.end()};
+}
+
+std::vector<std::string> StandardRun::body() const {
+    return bodyOf(text());
 }
 
 }  // namespace testsupport

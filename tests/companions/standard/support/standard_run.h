@@ -32,7 +32,8 @@ void writeBytes(const std::filesystem::path& path, std::string_view bytes);
 struct StandardRun {
     int exitStatus = 0;
     std::string errors;                        // the error stream
-    std::map<std::string, std::string> files;  // by name, without the log
+    std::string output;                        // standard output
+    std::map<std::string, std::string> files;  // by name, without the logs
 
     // The text of the one observation file; empty, and a failure of the test, if there is not just one.
     [[nodiscard]] std::string text() const;
@@ -49,6 +50,18 @@ struct StandardRun {
 // With the arguments, and the log's path behind them.
 StandardRun runStandard(std::string_view log, std::vector<std::string> arguments = {},
                         const std::string& logName = "site.kvs");
+
+// A log as a file.
+struct NamedLog {
+    std::string name;
+    std::string bytes;
+};
+// With the arguments, and the logs' paths behind them in this order.
+StandardRun runStandardOn(const std::vector<NamedLog>& logs, std::vector<std::string> arguments = {});
+
+// The lines behind a file's header.
+std::vector<std::string> bodyOf(const std::string& text);
+std::vector<std::string> linesOf(const std::string& text);
 
 // The exit status of the program's run with just these arguments; `errors` takes the error stream.
 int runWithArguments(const std::vector<std::string>& arguments, std::string& errors);
