@@ -1,7 +1,6 @@
 #include "standard/log_texts.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace orbconv::standard {
 
@@ -10,10 +9,10 @@ namespace {
 // The last log that tells something; null if none does.
 template <class Told>
 const SurveyedLog* lastThatTells(std::span<const SurveyedLog> logs, Told reading::SiteIdentity::*told) {
-    const auto latestFirst = std::views::reverse(logs);
-    const auto found = std::ranges::find_if(
-        latestFirst, [told](const SurveyedLog& log) { return (log.site.*told).has_value(); });
-    return found == latestFirst.end() ? nullptr : &*found;
+    const auto found = std::find_if(logs.rbegin(), logs.rend(), [told](const SurveyedLog& log) {
+        return (log.site.*told).has_value();
+    });
+    return found == logs.rend() ? nullptr : &*found;
 }
 
 std::string cutWarning(const TextRow& row, const SurveyedLog& log, const reading::LogText& told) {
