@@ -49,9 +49,9 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 if(WIN32)
-    # One folder that can stand anywhere. The texts end their lines as Windows programs expect it.
+    # One folder that can stand anywhere. The texts and the batch file end their lines as Windows expects it.
     install(TARGETS ${installedPrograms} RUNTIME DESTINATION . COMPONENT orbconv)
-    foreach(text IN ITEMS ${manuals} CHANGELOG.md completions/orbconv.ps1)
+    foreach(text IN ITEMS ${manuals} CHANGELOG.md completions/orbconv.ps1 packaging/orbconv-drop.cmd)
         get_filename_component(name ${text} NAME)
         configure_file(${PROJECT_SOURCE_DIR}/${text} ${made}/${name} @ONLY NEWLINE_STYLE CRLF)
         install(FILES ${made}/${name} DESTINATION . COMPONENT orbconv)
