@@ -86,10 +86,6 @@ const std::vector<LabelRule> labelsOf401 = {{"RINEX VERSION / TYPE", 1, 1},
                                             {"LEAP SECONDS", 1, 1},
                                             {"END OF HEADER", 1, 1}};
 
-// The first two letters of the header's terms, and whose they are.
-const std::map<std::string, char> systemsOfTerms = {
-    {"GP", 'G'}, {"GL", 'R'}, {"GA", 'E'}, {"BD", 'C'}, {"IR", 'I'}};
-
 constexpr std::string_view systemOrder = "GRECI";
 
 // Field 0 to 3 of a line; that of 0 is the time of a first line.
@@ -207,19 +203,17 @@ private:
         }
     }
 
-    // A term of the header, of which none stands twice.
-    void takeTerm(const std::string& line) {
-        complainIf(!terms_.insert(line.substr(0, 4)).second || line[4] != ' ', "twice: " + line);
-        const auto system = systemsOfTerms.find(line.substr(0, 2));
-        complainIf(system == systemsOfTerms.end(), line);
-        termSystems_.insert(system == systemsOfTerms.end() ? ' ' : system->second);
+    // The first columns of a term of the header, of which none stands twice.
+    void takeTerm(const std::set<std::string>& names, const std::string& line) {
+        const std::string name = line.substr(0, 4);
+        complainIf(!names.contains(name) || line[4] != ' ', line);
+        complainIf(!terms_.insert(name).second, "twice: " + line);
     }
 
     // A4,1X,4D12.4,1X,A1,1X,I2: BeiDou's alone has the hour and the satellite.
     void readIonosphere(const std::string& line) {
         static const std::set<std::string> names = {"GAL ", "GPSA", "GPSB", "BDSA", "BDSB", "IRNA", "IRNB"};
-        complainIf(!names.contains(line.substr(0, 4)), line);
-        takeTerm(line);
+        takeTerm(names, line);
         for (std::size_t first = 5; first < 53; first += 12) {
             checkExponential(line.substr(first, 12), 4, line);
         }
@@ -233,8 +227,7 @@ private:
     // A4,1X,D17.10,D16.9,1X,I6,1X,I4,1X,A5,1X,I2,1X
     void readTimeOffset(const std::string& line) {
         static const std::set<std::string> names = {"GPUT", "GLUT", "GLGP", "GAUT", "GAGP", "BDUT", "IRUT"};
-        complainIf(!names.contains(line.substr(0, 4)), line);
-        takeTerm(line);
+        takeTerm(names, line);
         checkExponential(line.substr(5, 17), 10, line);
         checkExponential(line.substr(22, 16), 9, line);
         complainIf(!isInteger(line.substr(38, 7)) || !isInteger(line.substr(45, 5)), line);
@@ -246,14 +239,12 @@ private:
         complainIf(isInteger(line.substr(56, 3)) && std::stoi(line.substr(56, 3)) > 7, line);
     }
 
-    // One system stands for itself, more than one for M.
+    // One system of records stands for itself, more than one for M.
     void checkLetter() {
-        std::set<char> systems = recordSystems_;
-        systems.insert(termSystems_.begin(), termSystems_.end());
         const char letter = lines_.empty() ? ' ' : columns(lines_.front(), 41, 1)[0];
-        complainIf(systems.empty() || letter != (systems.size() == 1 ? *systems.begin() : 'M'),
+        complainIf(systems_.empty() || letter != (systems_.size() == 1 ? *systems_.begin() : 'M'),
                    "system letter");
-        complainIf(isVersion3_ && systems == std::set{'R'} && !file_.header["LEAP SECONDS"].empty(),
+        complainIf(isVersion3_ && letter == 'R' && !file_.header["LEAP SECONDS"].empty(),
                    "leap seconds of GLONASS alone");
     }
 
@@ -312,7 +303,7 @@ private:
             }
         }
         ++file_.records[name];
-        recordSystems_.insert(name[4]);
+        systems_.insert(name[4]);
         if (name.starts_with("EPH") && file_.complaints.empty()) {
             checkEphemeris(name, first);
         }
@@ -383,8 +374,7 @@ private:
     std::size_t at_ = 0;
     bool isVersion3_ = false;
     std::set<std::string> terms_;
-    std::set<char> termSystems_;
-    std::set<char> recordSystems_;
+    std::set<char> systems_;
     std::set<char> exponentLetters_;
     std::string lastPlace_;  // of an ephemeris in the file's order: time, system, satellite
     StrictNavigation file_;
