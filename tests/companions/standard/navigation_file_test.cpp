@@ -236,6 +236,18 @@ TEST(NavigationFile, LeapSecondsOfTheDateWhereTheyMustStand) {
               Lines{"    17" + std::string(54, ' ')});
 }
 
+TEST(NavigationFile, NoLeapSecondsWithGlonassAloneWhereTheyMayBeLeftOut) {
+    LogBuilder log;
+    log.rd(2025, 1, 5).ne88(testsupport::glonassOf2025()).uo({.leapSeconds = 18});
+    addEpoch(log, twoHours);
+    const StandardRun old = runStandard(log.bytes());
+    EXPECT_EQ(labelled(old, "RINEX VERSION / TYPE"),
+              Lines{"     3.05           N: GNSS NAV DATA    R                   "});
+    EXPECT_EQ(labelled(old, "LEAP SECONDS"), Lines{});
+    EXPECT_EQ(labelled(runStandard(log.bytes(), {"--rinex", "4.01"}), "LEAP SECONDS"),
+              Lines{"    18" + std::string(54, ' ')});
+}
+
 // ---- which file ----
 
 TEST(NavigationFile, LogWithoutNavigationGivesNone) {
