@@ -152,13 +152,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;  // no file
     }
     std::vector<std::string> warnings;
-    const Conversion conversion =
-        conversionOf(options, survey, headerTextsOf({}, survey.logs, warnings));
+    const Conversion conversion = conversionOf(options, survey, headerTextsOf({}, survey.logs, warnings));
     for (std::size_t part = 0; part < survey.contents.parts.size(); ++part) {
         if (isWhole) {
             requireNone(testsupport::readStrictly(observationFile(conversion, part, epochs)).complaints);
         }
-        if (hasNavigation(conversion, part)) {
+        if (hasFile(conversion, part, FileKind::navigation)) {
             requireNone(testsupport::readNavigationStrictly(navigationFile(conversion, part)).complaints);
         }
     }

@@ -285,6 +285,32 @@ TEST(NavigationFile, WindowAndIntervalDoNotActOnIt) {
     EXPECT_TRUE(run.files.contains("XXXX00XXX_R_20250050200_00U_MN.rnx"));
 }
 
+TEST(NavigationFile, LogWithoutAnEpochGivesItAlone) {
+    LogBuilder log;
+    log.rd(2025, 1, 5).time(twoHours).ge123(testsupport::keplerOfWeek(300));
+    const StandardRun run = runStandard(log.bytes());
+    EXPECT_EQ(run.exitStatus, 0);
+    ASSERT_EQ(run.files.size(), 1U);
+    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20250050000_00U_MN.rnx");  // the time with the date
+    EXPECT_EQ(recordsOf(run), gpsRecord);
+    EXPECT_TRUE(
+        run.errors.starts_with("orbconv-standard: no observation file: no epoch in it\n"
+                               "orbconv-standard: written: "));
+    EXPECT_EQ(runStandard(log.bytes(), {"--split", "1h"}).files.begin()->first,
+              "XXXX00XXX_R_20250050000_01H_MN.rnx");
+    EXPECT_EQ(runStandard(log.bytes(), {"--stdout", "nav", "-q"}).exitStatus, 0);
+    const StandardRun refused = runStandard(log.bytes(), {"--stdout", "obs"});
+    EXPECT_EQ(refused.exitStatus, 1);
+    EXPECT_TRUE(contains(refused.errors, "--stdout: there is no epoch for an observation file\n"));
+}
+
+TEST(NavigationFile, DoesNotComeAloneWhereNoEpochIsAskedFor) {
+    const StandardRun run = runStandard(smallLog().bytes(), {"--end", "2025-01-04"});
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_TRUE(run.files.empty());
+    EXPECT_TRUE(contains(run.errors, "none of the 1 epochs in it can be written"));
+}
+
 TEST(NavigationFile, NameHasNoRate) {
     const orbconv::standard::FileNameFacts facts{
         .station = "ABCD00DNK",
