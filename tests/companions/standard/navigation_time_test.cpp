@@ -175,6 +175,18 @@ TEST(LeapSeconds, ByDate) {
     EXPECT_EQ(leapSecondsAt(at("2099-12-31")), 18);
 }
 
+// Each day follows a half year whose last minute had 61 seconds.
+TEST(LeapSeconds, OneMoreFromEachLeapOn) {
+    int count = 0;
+    for (const char* const day :
+         {"1981-07-01", "1982-07-01", "1983-07-01", "1985-07-01", "1988-01-01", "1990-01-01", "1991-01-01",
+          "1992-07-01", "1993-07-01", "1994-07-01", "1996-01-01", "1997-07-01", "1999-01-01", "2006-01-01",
+          "2009-01-01", "2012-07-01", "2015-07-01", "2017-01-01"}) {
+        EXPECT_EQ(leapSecondsAt(at(day) - std::chrono::milliseconds{1}), count) << day;
+        EXPECT_EQ(leapSecondsAt(at(day)), ++count) << day;
+    }
+}
+
 TEST(LeapSeconds, LogsOnUtcLackThem) {
     EXPECT_EQ(inGpsTime(at("2025-01-05T01:00"), 0), at("2025-01-05T01:00"));
     for (const std::uint8_t timeBase : std::initializer_list<std::uint8_t>{1, 2, 3}) {
