@@ -149,6 +149,10 @@ TEST(NavigationTime, DayThatContradictsTheReceptionGivesWay) {
     EXPECT_EQ(epochOf(99), "2024-04-08T12:00:00.000");
     EXPECT_EQ(epochOf(102), "2024-04-09T12:00:00.000");  // two days off
     EXPECT_EQ(epochOf(98), "2024-04-09T12:00:00.000");
+    // A day and a half away it is still believed.
+    const GlonassEphemeris day101{.dayNumber = 101, .tb = 54000};
+    EXPECT_EQ(isoText(glonassTimes(day101, "2024-04-09T00:00").epoch), "2024-04-10T12:00:00.000");
+    EXPECT_EQ(isoText(glonassTimes(day101, "2024-04-08T23:30").epoch), "2024-04-08T12:00:00.000");
     EXPECT_EQ(epochOf(0), "2024-04-09T12:00:00.000");
     EXPECT_EQ(epochOf(1462), "2024-04-09T12:00:00.000");
     // No day of the four years, though it would be the right one: day 0 of 2024 is the last of 2023.
