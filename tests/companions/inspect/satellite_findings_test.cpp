@@ -70,6 +70,31 @@ TEST(SatelliteFindingsTest, SecondRanges_AreThoseOfTheLastSatellite) {
     EXPECT_EQ(countOf(threeEpochs(three, {Band::c, Band::b1, Band::b2}), "O3"), 0);
 }
 
+// Three epochs of three GPS satellites with these differences.
+std::uint64_t secondRangesOf(const std::vector<std::int16_t>& ofSlot2,
+                             const std::vector<std::int16_t>& ofSlot3,
+                             const std::vector<std::uint16_t>& flagsOfSlot3 = {0x40, 0x40, 0x40}) {
+    LogBuilder log = startedLog();
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        log.time(cleanStart + 1000 * i).rd(2024, 5, 6).sx(satellitesOf(SystemCode::gps, 3)).to(0);
+        putBand(log, Band::c, 3);
+        putBand(log, Band::b1, 3);
+        putBand(log, Band::b2, 3);
+        log.rangeDeltas(Band::b1, ofSlot2).rangeDeltas(Band::b2, ofSlot3).flags(Band::b2, flagsOfSlot3).td();
+    }
+    return countOf(inspected(log), "O3");
+}
+
+TEST(SatelliteFindingsTest, SecondRanges_OfEachSatelliteThatHasTheSignal) {
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {12, 12, 12}), 0);
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {12, 12, 99}), 3);
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {99, 12, 12}), 3);
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {12, 12, 99}, {0x40, 0x40, 0}), 0);
+    // The last element of slot 2 is that of the second satellite.
+    EXPECT_EQ(secondRangesOf({1, 12}, {12, 12, 12}), 0);
+    EXPECT_EQ(secondRangesOf({1, 12}, {1, 1, 12}), 6);
+}
+
 TEST(SatelliteFindingsTest, MissingValues_OfPresentSignals) {
     LogBuilder log = cleanLog();
     // No message of band 1 but the flags, ever: range, phase, Doppler and strength are missing.
@@ -201,6 +226,8 @@ TEST(SatelliteFindingsTest, NavicDigits_AndShiftedPhases_AreOfEverySuchLog) {
     EXPECT_EQ(countOf(log, "O28"), 3);
     EXPECT_EQ(countOf(log, "O29"), 2);  // GPS 1W and 1X
     EXPECT_EQ(exampleOf(log, "O29"), "GPS 1W");
+    // No slots at all are a line without entries, too; the start has a time offset, for N17 and N23.
+    EXPECT_EQ(testsupport::codesOfEverySuch(log), "O28 O29 O20 N17 N23");
 }
 
 TEST(SatelliteFindingsTest, C2pAlone) {
@@ -212,6 +239,7 @@ TEST(SatelliteFindingsTest, C2pAlone) {
         log.rangeDeltas(Band::b3, {1}).td();
     }
     EXPECT_EQ(codes(inspected(log)), "O33");
+    EXPECT_EQ(exampleOf(inspected(log), "O33"), "the log has 3r, and no F3 with the signal");
     EXPECT_EQ(
         countOf(threeEpochs({{SystemCode::glonass, 1}}, {Band::c, Band::b1, Band::b2, Band::b3}, {3}), "O33"),
         0);
@@ -286,17 +314,26 @@ TEST(SatelliteFindingsTest, LeftOutSystems) {
     EXPECT_EQ(exampleOf(log, "O17"), "M in place of G");  // SBAS counts as Galileo
 }
 
-// They have no line that could be without values, whether a signal of theirs is present or not.
+// Three epochs with GPS 5 and a satellite without any signal.
+LogSummary withoutSignal(std::uint8_t system) {
+    LogBuilder log = startedLog();
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        log.time(cleanStart + 1000 * i).rd(2024, 5, 6).sx({{SystemCode::gps, 5}, {system, 1}}).nn({1}).to(0);
+        putBand(log, Band::c, 2);
+        log.flags(Band::c, {0x40, 0}).td();
+    }
+    return inspected(log);
+}
+
 TEST(SatelliteFindingsTest, LeftOutSystems_HaveNoLines) {
     for (const std::uint8_t system : {SystemCode::qzss, SystemCode::sbas, SystemCode::glonassCdma}) {
-        LogBuilder log = startedLog();
-        for (std::uint32_t i = 0; i < 3; ++i) {
-            log.time(cleanStart + 1000 * i).rd(2024, 5, 6).sx({{SystemCode::gps, 5}, {system, 1}}).to(0);
-            putBand(log, Band::c, 2);
-            log.flags(Band::c, {0x40, 0}).td();
-        }
-        EXPECT_EQ(countOf(inspected(log), "O31"), 1);
-        EXPECT_EQ(countOf(inspected(log), "O7"), 0) << int{system};
+        EXPECT_EQ(countOf(withoutSignal(system), "O31"), 1) << int{system};
+        EXPECT_EQ(countOf(withoutSignal(system), "O7"), 0) << int{system};
+    }
+    for (const std::uint8_t system :
+         {SystemCode::gps, SystemCode::glonass, SystemCode::galileo, SystemCode::beidou, SystemCode::navic}) {
+        EXPECT_EQ(countOf(withoutSignal(system), "O31"), 0) << int{system};
+        EXPECT_EQ(countOf(withoutSignal(system), "O7"), 3) << int{system};
     }
 }
 

@@ -391,6 +391,8 @@ TEST(NavigationFile, SummaryTellsOfRepetitionsAndUnusableMessages) {
     log.ge123(testsupport::keplerOfWeek(300)).ge123(wrong);
     const StandardRun run = runStandard(log.take());
     EXPECT_EQ(run.exitStatus, 0);
+    const std::size_t observations = run.errors.find("orbconv-standard: written: ");
+    EXPECT_NE(run.errors.find("orbconv-standard: written: ", observations + 1), std::string::npos);
     EXPECT_TRUE(contains(run.errors,
                          "XXXX00XXX_R_20250050200_00U_MN.rnx\n"
                          "  G: records LNAV 1\n"
