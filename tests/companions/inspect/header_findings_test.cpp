@@ -31,7 +31,7 @@ struct Told {
     std::string version = "1.0";
     std::string antenna = "ANT";
     bool position = true;
-    bool leapSeconds = true;
+    std::string timeOffset = "UO";  // or EU, of Galileo: both tell the leap seconds
 };
 
 LogSummary withHeader(const Told& told) {
@@ -54,8 +54,10 @@ LogSummary withHeader(const Told& told) {
     if (told.position) {
         log.pv({.x = 1.0});
     }
-    if (told.leapSeconds) {
+    if (told.timeOffset == "UO") {
         log.uo({.leapSeconds = 18});
+    } else if (told.timeOffset == "EU") {
+        log.eu({.utc = {.leapSeconds = 18}});
     }
     for (int i = 0; i < 3; ++i) {
         putEpoch(log, i, gps, {Band::c});
@@ -136,8 +138,9 @@ TEST(HeaderFindingsTest, LongTexts_OfOneCharacterMoreDoNot) {
 }
 
 TEST(HeaderFindingsTest, NoLeapSeconds) {
-    const LogSummary log = withHeader({.leapSeconds = false});
+    const LogSummary log = withHeader({.timeOffset = ""});
     EXPECT_EQ(codes(log), "O23");
+    EXPECT_EQ(codes(withHeader({.timeOffset = "EU"})), "");
     EXPECT_EQ(exampleOf(log, "O23"), "no UO and no EU");
 }
 

@@ -273,6 +273,20 @@ TEST(NavigationRecord, TypeWithoutAFormIsNoRecord) {
     EXPECT_FALSE(orbconv::standard::recordOf(broadcast, received));
 }
 
+// ---- values ----
+
+// A field has room for two digits of exponent, and a header's for four decimals.
+TEST(NavigationValues, WhatAFieldCanHold) {
+    for (const double value : {9.9999e99, -9.9999e99, 9.99985e99, 1e-99, -1.5e-99, 0.0}) {
+        EXPECT_EQ(printable(value), value);
+    }
+    EXPECT_EQ(printable(0.9e-99), 0.0);
+    for (const double value : {9.99995e99, 1e100, -1e100, std::numeric_limits<double>::infinity(),
+                               std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_EQ(printable(value), std::nullopt) << value;
+    }
+}
+
 // ---- indices ----
 
 TEST(NavigationValues, AccuracyOfAnIndex) {
