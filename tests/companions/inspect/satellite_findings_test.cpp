@@ -6,6 +6,7 @@
 
 namespace orbconv::inspect {
 namespace {
+namespace satelliteFindingsTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
@@ -349,5 +350,6 @@ TEST(HeaderFindingsTest, SlotLines_AreEmptyAtEightSixteenTwentyFour) {
     EXPECT_EQ(slotLines(24), "24 slots");
 }
 
+}  // namespace satelliteFindingsTest
 }  // namespace
 }  // namespace orbconv::inspect

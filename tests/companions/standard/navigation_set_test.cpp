@@ -9,6 +9,7 @@
 #include "companions/support/navigation_messages.h"
 
 namespace {
+namespace navigationSetTest {
 
 using namespace orbconv::standard;
 using orbconv::Constellation;
@@ -261,4 +262,5 @@ TEST(NavigationSet, TenThousandRecordsOfEachSystemInBelowASecond) {
     EXPECT_LT(std::chrono::steady_clock::now() - from, std::chrono::seconds{5});
 }
 
+}  // namespace navigationSetTest
 }  // namespace
