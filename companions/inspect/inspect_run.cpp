@@ -14,7 +14,7 @@
 #include "inspect/progress.h"
 #include "inspect/summarise.h"
 #include "inspect/text_screen.h"
-#include "run/run_options.h"
+#include "reading/version.h"
 
 namespace orbconv::inspect {
 
@@ -184,7 +184,7 @@ int inspect(int argc, const char* const* argv, std::ostream& out, std::ostream& 
         return nothingWrong;
     }
     if (commandLine.wantsVersion()) {
-        out << "orbconv-inspect " << programVersion << '\n';
+        out << "orbconv-inspect " << reading::versionNumber << '\n';
         return nothingWrong;
     }
     if (const std::string why = whyNoPage(options); !why.empty()) {

@@ -7,7 +7,7 @@
 #include "inspect/page_numbers.h"
 #include "inspect/page_pictures.h"
 #include "inspect/page_style.h"
-#include "run/run_options.h"
+#include "reading/version.h"
 
 namespace orbconv::inspect {
 
@@ -27,7 +27,7 @@ void addHead(Markup& page, std::span<const LogSummary> logs) {
         "\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
         "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n"
         "<meta name=\"generator\" content=\"orbconv-inspect ");
-    page.text(programVersion).raw("\">\n<title>");
+    page.text(reading::versionNumber).raw("\">\n<title>");
     if (logs.size() == 1) {
         page.shortText(nameOf(logs.front().file));
     } else {

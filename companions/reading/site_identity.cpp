@@ -73,8 +73,8 @@ constexpr Parameter parameters[] = {
     {"rcv/ver/main=", &SiteIdentity::receiverVersion},
 };
 
-// Parameters stand as "name="value" with a quote ahead of the name, around the value and behind it. What no
-// quote ends is cut off.
+// Parameters stand as "name="value" with a quote, or the start of the text, ahead of the name, around the
+// value and behind it. What no quote ends is cut off.
 void takeParameters(const Message& message, SiteIdentity& identity) {
     std::string_view text = textOf(message, 0);
     auto named = std::end(parameters);

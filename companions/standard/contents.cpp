@@ -83,4 +83,10 @@ void Contents::take(const EpochObservations& observations) {
     whole.take(observations);
 }
 
+void Contents::addEmptyPart(reading::LogTime time) {
+    parts.push_back({.start = partStart(time), .content = {}});
+    parts.back().content.first = time;
+    parts.back().content.last = time;
+}
+
 }  // namespace orbconv::standard

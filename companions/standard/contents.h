@@ -55,12 +55,14 @@ inline constexpr std::size_t mostParts = 10'000;
 struct Contents {
     std::optional<Split> split;
     ContentSurvey whole;
-    std::vector<Part> parts;  // in order of time, each with an epoch at least
+    std::vector<Part> parts;  // in order of time, each with an epoch at least; see addEmptyPart()
 
     // The start of the part that a time is of; without a split all times are of one.
     [[nodiscard]] reading::LogTime partStart(reading::LogTime time) const;
     // Epochs ascend in time. Beyond the most parts, a std::runtime_error.
     void take(const EpochObservations& observations);
+    // A part at a time, for a navigation file of logs without an epoch.
+    void addEmptyPart(reading::LogTime time);
 };
 
 }  // namespace orbconv::standard

@@ -105,12 +105,17 @@ Survey surveyOf(const Options& options, ProgressBar& progress) {
     for (const std::string& name : options.logNames) {
         reading.allBytes += sizeOf(name);
     }
+    ReceptionTime firstDated;
     for (const LogStart& log : logsInOrder(options)) {
         surveyLog(log, options, survey, reading);
         reading.bytesOfEarlierLogs += sizeOf(log.name);
+        firstDated = firstDated ? firstDated : log.firstDated;
     }
     if (!survey.epochsAscend) {
         countInOrder(survey, options.selection);
+    }
+    if (survey.epochs() == 0 && firstDated) {
+        survey.contents.addEmptyPart(*firstDated);
     }
     return survey;
 }
@@ -150,7 +155,10 @@ Conversion conversionOf(const Options& options, const Survey& survey, HeaderText
             .runTime = currentTime()};
 }
 
-bool hasNavigation(const Conversion& conversion, std::size_t part) {
+bool hasFile(const Conversion& conversion, std::size_t part, FileKind kind) {
+    if (kind == FileKind::observations) {
+        return conversion.survey.contents.parts[part].content.epochs != 0;
+    }
     return !contentOf(conversion.navigation[part], conversion.options.selection.version).empty();
 }
 

@@ -23,7 +23,7 @@ Survey surveyOf(const Options& options, ProgressBar& progress);
 // What the logs are called together.
 std::string namesOf(const Survey& survey);
 
-// Why no file can be made of the logs; empty if one can.
+// Why no observation file can be made of the logs; empty if one can.
 std::string hindranceOf(const Survey& survey);
 
 // What all files of a call share. A pair of files comes of each part of the survey's contents.
@@ -38,8 +38,8 @@ struct Conversion {
 // Options and survey have to outlive it.
 Conversion conversionOf(const Options& options, const Survey& survey, HeaderTexts texts);
 
-// Whether a part has a navigation file: a record at least.
-bool hasNavigation(const Conversion& conversion, std::size_t part);
+// Whether a part has a file of the kind: an epoch or a record at least.
+bool hasFile(const Conversion& conversion, std::size_t part, FileKind kind);
 
 std::filesystem::path pathOf(const Conversion& conversion, std::size_t part, FileKind kind);
 

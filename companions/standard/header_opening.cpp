@@ -1,7 +1,7 @@
 #include "standard/header_opening.h"
 
+#include "reading/version.h"
 #include "standard/header_fields.h"
-#include "standard/program.h"
 
 namespace orbconv::standard {
 
@@ -14,7 +14,7 @@ std::string programFields(const RunTime& time) {
     std::string stamp = integerField(time.year, 4) + twoDigits(time.month) + twoDigits(time.day) + ' ';
     stamp += twoDigits(time.hour) + twoDigits(time.minute) + twoDigits(time.second) + " UTC";
     // The name in full would leave no room for the version.
-    const std::string program = "orbconv-std " + std::string(versionNumber);
+    const std::string program = "orbconv-std " + std::string(reading::versionNumber);
     return leftField(leftField(program, 20).substr(0, 20), 40) + stamp;
 }
 

@@ -9,9 +9,8 @@ namespace {
 // The last log that tells something; null if none does.
 template <class Told>
 const SurveyedLog* lastThatTells(std::span<const SurveyedLog> logs, Told reading::SiteIdentity::*told) {
-    const auto found = std::find_if(logs.rbegin(), logs.rend(), [told](const SurveyedLog& log) {
-        return (log.site.*told).has_value();
-    });
+    const auto found = std::find_if(logs.rbegin(), logs.rend(),
+                                    [told](const SurveyedLog& log) { return (log.site.*told).has_value(); });
     return found == logs.rend() ? nullptr : &*found;
 }
 

@@ -129,7 +129,9 @@ void writeNavigationHeader(TextWriter& out, const NavigationFacts& facts) {
     if (facts.version == RinexVersion::v305) {
         writeCorrectionLines(out, facts);
     }
-    if (facts.leapSeconds || facts.version == RinexVersion::v401) {
+    // 4.01 demands it, 3.05 does not want it of GLONASS alone.
+    const bool isOfGlonass = facts.systemLetter == systemLetters[indexOf(Constellation::glonass)];
+    if (facts.version == RinexVersion::v401 || (facts.leapSeconds && !isOfGlonass)) {
         writeLine(out, integerField(facts.leapSeconds.value_or(leapSecondsAt(facts.first)), 6),
                   "LEAP SECONDS");
     }

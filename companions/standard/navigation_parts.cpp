@@ -9,6 +9,9 @@ namespace orbconv::standard {
 std::vector<NavigationPart> partsOf(const NavigationSet& navigation,
                                     std::span<const reading::LogTime> starts) {
     std::vector<NavigationPart> parts(starts.size());
+    if (parts.empty()) {
+        return parts;
+    }
     for (std::size_t next = 1; next < starts.size(); ++next) {
         parts[next - 1].end = starts[next];
     }

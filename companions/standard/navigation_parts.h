@@ -17,7 +17,7 @@ struct NavigationPart {
     std::optional<reading::LogTime> end;             // the start of the next part; nothing for the last one
 };
 
-// A part for each start, at least one; the starts ascend. Records stand in the part of their epoch,
+// A part for each start; the starts ascend. Records stand in the part of their epoch,
 // ionosphere terms and time offsets in that in which they were sent first: each in just one, so that what no
 // part holds goes into the one ahead of it, and what is older than all of them into the first.
 std::vector<NavigationPart> partsOf(const NavigationSet& navigation,

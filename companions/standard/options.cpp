@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "reading/version.h"
 #include "standard/option_values.h"
 #include "standard/program.h"
 
@@ -132,7 +133,7 @@ Options optionsOf(int argc, const char* const* argv) {
     constexpr std::size_t usageColumns = 80;
     Options options;
     const std::string name(programName);
-    argparse::ArgumentParser parser(name, name + ' ' + std::string(versionNumber));
+    argparse::ArgumentParser parser(name, name + ' ' + std::string(reading::versionNumber));
     parser.add_description(
         "Writes the observations and the navigation messages of a receiver's logs as RINEX\n"
         "files, to the letter of the standard and with every value that the logs hold.");

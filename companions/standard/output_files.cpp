@@ -18,9 +18,10 @@ std::size_t partsOf(const Conversion& conversion) {
 void OutputFiles::refuseExistingOnes() const {
     const bool overwrite = conversion_.options.force;
     for (std::size_t part = 0; part < partsOf(conversion_); ++part) {
-        refuseExisting(pathOf(conversion_, part, FileKind::observations), overwrite);
-        if (hasNavigation(conversion_, part)) {
-            refuseExisting(pathOf(conversion_, part, FileKind::navigation), overwrite);
+        for (const FileKind kind : {FileKind::observations, FileKind::navigation}) {
+            if (hasFile(conversion_, part, kind)) {
+                refuseExisting(pathOf(conversion_, part, kind), overwrite);
+            }
         }
     }
 }
@@ -34,14 +35,16 @@ void OutputFiles::write(ProgressBar& progress) {
     EpochSequence epochs(conversion_.survey, conversion_.options.selection);
     epochs.next();
     for (std::size_t part = 0; part < partsOf(conversion_); ++part) {
-        if (hasNavigation(conversion_, part)) {
+        if (hasFile(conversion_, part, FileKind::navigation)) {
             OutputFile& file = open(part, FileKind::navigation);
             writeNavigation(file.stream(), conversion_, part);
             file.close();
         }
-        OutputFile& file = open(part, FileKind::observations);
-        writeObservations(file.stream(), conversion_, part, epochs, progress);
-        file.close();
+        if (hasFile(conversion_, part, FileKind::observations)) {
+            OutputFile& file = open(part, FileKind::observations);
+            writeObservations(file.stream(), conversion_, part, epochs, progress);
+            file.close();
+        }
     }
     for (Written& written : files_) {
         written.file.finish();
@@ -62,15 +65,19 @@ void writeToStandardOutput(const Conversion& conversion, FileKind kind, Progress
     if (conversion.options.gzip) {
         makeStandardOutputBinary();
     }
+    if (!hasFile(conversion, 0, kind)) {
+        throw std::runtime_error(
+            std::string("--stdout: there is no ") +
+            (kind == FileKind::observations ? "epoch for an observation" : "record for a navigation") +
+            " file");
+    }
     OutputStream out(std::cout, "standard output", conversion.options.gzip);
     if (kind == FileKind::observations) {
         EpochSequence epochs(conversion.survey, conversion.options.selection);
         epochs.next();
         writeObservations(out, conversion, 0, epochs, progress);
-    } else if (hasNavigation(conversion, 0)) {
-        writeNavigation(out, conversion, 0);
     } else {
-        throw std::runtime_error("--stdout: there is no record for a navigation file");
+        writeNavigation(out, conversion, 0);
     }
     out.finish();
 }

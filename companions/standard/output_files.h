@@ -17,7 +17,7 @@ public:
     // The conversion has to outlive the files.
     explicit OutputFiles(const Conversion& conversion) : conversion_(conversion) {}
 
-    // A pair of files for each part. An existing file is a std::runtime_error ahead of the first byte, unless
+    // The files of each part. An existing file is a std::runtime_error ahead of the first byte, unless
     // it is to be overwritten.
     void write(ProgressBar& progress);
 

@@ -42,8 +42,10 @@ std::string filesText(const std::vector<std::filesystem::path>& paths, const cha
 
 void tellObservations(const Conversion& conversion) {
     const Survey& survey = conversion.survey;
-    tellLines("  ",
-              contentLines(survey.contents.whole, survey.scale.value_or(TimeScale::gps), conversion.columns));
+    if (survey.contents.whole.epochs != 0) {
+        const TimeScale scale = survey.scale.value_or(TimeScale::gps);
+        tellLines("  ", contentLines(survey.contents.whole, scale, conversion.columns));
+    }
     const std::vector<std::string> losses = lossLines(survey.lost);
     if (!losses.empty()) {
         tellLines("  ", {"left out (a satellite counts in each of its epochs):"});
@@ -63,7 +65,9 @@ void tellNavigation(const Conversion& conversion) {
 }
 
 void tellFiles(const Conversion& conversion, const OutputFiles& files) {
-    tell("written: " + filesText(files.paths(FileKind::observations), "observation"));
+    const auto observations = files.paths(FileKind::observations);
+    tell(observations.empty() ? "no observation file: " + hindranceOf(conversion.survey)
+                              : "written: " + filesText(observations, "observation"));
     tellObservations(conversion);
     const auto navigation = files.paths(FileKind::navigation);
     tell(navigation.empty() ? "no navigation file: the log holds no record for it"
@@ -80,13 +84,15 @@ Outcome convert(const Options& options) {
     const bool showsProgress = !options.quiet && errorStreamIsTerminal();
     ProgressBar progress(showsProgress ? &std::cerr : nullptr, 1.0);
     const Survey survey = surveyOf(options, progress);
-    const std::string hindrance = hindranceOf(survey);
-    if (!hindrance.empty()) {
-        throw std::runtime_error(namesOf(survey) + ": " + hindrance);
-    }
     std::vector<std::string> warnings = doubtsAbout(survey.logs);
     const Conversion conversion =
         conversionOf(options, survey, headerTextsOf(options.texts, survey.logs, warnings));
+    // Logs without an epoch give a navigation file alone, if they hold a record.
+    const std::string hindrance = hindranceOf(survey);
+    const bool hasParts = !survey.contents.parts.empty();
+    if (!hindrance.empty() && !(hasParts && hasFile(conversion, 0, FileKind::navigation))) {
+        throw std::runtime_error(namesOf(survey) + ": " + hindrance);
+    }
     OutputFiles files(conversion);
     if (options.toStandardOutput) {
         writeToStandardOutput(conversion, *options.toStandardOutput, progress);

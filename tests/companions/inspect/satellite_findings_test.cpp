@@ -1,7 +1,8 @@
-// Findings about satellites, signals and the header, set off by small logs.
+// Findings about satellites and signals, set off by small logs.
 #include <gtest/gtest.h>
 
 #include "companions/support/inspected.h"
+#include "companions/support/observed_log.h"
 #include "inspect/findings.h"
 
 namespace orbconv::inspect {
@@ -10,7 +11,6 @@ namespace satelliteFindingsTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
-using samplelog::Satellite;
 using samplelog::SystemCode;
 using testsupport::cleanLog;
 using testsupport::cleanStart;
@@ -18,51 +18,12 @@ using testsupport::codes;
 using testsupport::countOf;
 using testsupport::exampleOf;
 using testsupport::inspected;
-using testsupport::putCleanStart;
-
-using Satellites = std::vector<Satellite>;
-
-// All arrays of a band, for satellites that have its signal.
-void putBand(LogBuilder& log, Band band, std::size_t count) {
-    if (band == Band::c) {
-        log.rx(std::vector<std::int32_t>(count, 100)).dx(std::vector<std::int32_t>(count, 1));
-    } else {
-        log.rangeDeltas(band, std::vector<std::int16_t>(count, 7));
-    }
-    log.phases(band, std::vector<std::int32_t>(count, 1))
-        .dopplerDeltas(band, std::vector<std::int16_t>(count, 1));
-    log.strengths(band, std::vector<std::uint8_t>(count, 160))
-        .flags(band, std::vector<std::uint16_t>(count, 0x40));
-}
-
-void putEpoch(LogBuilder& log, int index, const Satellites& satellites, const std::vector<Band>& bands,
-              const std::vector<std::uint8_t>& slots = {}) {
-    log.time(cleanStart + static_cast<std::uint32_t>(index) * 1000U).rd(2024, 5, 6).sx(satellites).to(0);
-    if (!slots.empty()) {
-        log.nn(slots);
-    }
-    for (const Band band : bands) {
-        putBand(log, band, satellites.size());
-    }
-    log.td();
-}
-
-LogBuilder startedLog() {
-    LogBuilder log;
-    log.rd(2024, 5, 6);
-    putCleanStart(log);
-    return log;
-}
-
-// Three epochs of the same.
-LogSummary threeEpochs(const Satellites& satellites, const std::vector<Band>& bands,
-                       const std::vector<std::uint8_t>& slots = {}) {
-    LogBuilder log = startedLog();
-    for (int i = 0; i < 3; ++i) {
-        putEpoch(log, i, satellites, bands, slots);
-    }
-    return inspected(log);
-}
+using testsupport::putBand;
+using testsupport::putEpoch;
+using testsupport::Satellites;
+using testsupport::satellitesOf;
+using testsupport::startedLog;
+using testsupport::threeEpochs;
 
 const Satellites gps = {{SystemCode::gps, 5}};
 
@@ -110,6 +71,31 @@ TEST(SatelliteFindingsTest, SecondRanges_AreThoseOfTheLastSatellite) {
     EXPECT_EQ(countOf(threeEpochs(three, {Band::c, Band::b1, Band::b2}), "O3"), 0);
 }
 
+// Three epochs of three GPS satellites with these differences.
+std::uint64_t secondRangesOf(const std::vector<std::int16_t>& ofSlot2,
+                             const std::vector<std::int16_t>& ofSlot3,
+                             const std::vector<std::uint16_t>& flagsOfSlot3 = {0x40, 0x40, 0x40}) {
+    LogBuilder log = startedLog();
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        log.time(cleanStart + 1000 * i).rd(2024, 5, 6).sx(satellitesOf(SystemCode::gps, 3)).to(0);
+        putBand(log, Band::c, 3);
+        putBand(log, Band::b1, 3);
+        putBand(log, Band::b2, 3);
+        log.rangeDeltas(Band::b1, ofSlot2).rangeDeltas(Band::b2, ofSlot3).flags(Band::b2, flagsOfSlot3).td();
+    }
+    return countOf(inspected(log), "O3");
+}
+
+TEST(SatelliteFindingsTest, SecondRanges_OfEachSatelliteThatHasTheSignal) {
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {12, 12, 12}), 0);
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {12, 12, 99}), 3);
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {99, 12, 12}), 3);
+    EXPECT_EQ(secondRangesOf({1, 2, 12}, {12, 12, 99}, {0x40, 0x40, 0}), 0);
+    // The last element of slot 2 is that of the second satellite.
+    EXPECT_EQ(secondRangesOf({1, 12}, {12, 12, 12}), 0);
+    EXPECT_EQ(secondRangesOf({1, 12}, {1, 1, 12}), 6);
+}
+
 TEST(SatelliteFindingsTest, MissingValues_OfPresentSignals) {
     LogBuilder log = cleanLog();
     // No message of band 1 but the flags, ever: range, phase, Doppler and strength are missing.
@@ -146,6 +132,18 @@ TEST(SatelliteFindingsTest, BeyondThirty) {
     EXPECT_EQ(exampleOf(log, "O6"), "G31 at 2024-05-06T10:00:00.000");
     many.resize(30);
     EXPECT_EQ(codes(threeEpochs(many, {Band::c})), "");
+}
+
+TEST(SatelliteFindingsTest, CutPhaseShifts_FromTheFirstSatelliteThatHasNoRoom) {
+    EXPECT_EQ(countOf(threeEpochs(satellitesOf(SystemCode::gps, 30), {Band::c}), "O21"), 0);
+    const LogSummary gpsLog = threeEpochs(satellitesOf(SystemCode::gps, 31), {Band::c});
+    EXPECT_EQ(countOf(gpsLog, "O21"), 1);
+    EXPECT_EQ(exampleOf(gpsLog, "O21"), "GPS 1C");
+    // On band 1 no class of BeiDou satellites has a correction of its own.
+    EXPECT_EQ(countOf(threeEpochs(satellitesOf(SystemCode::beidou, 20), {Band::b1}), "O21"), 0);
+    const LogSummary beidouLog = threeEpochs(satellitesOf(SystemCode::beidou, 21), {Band::b1});
+    EXPECT_EQ(countOf(beidouLog, "O21"), 1);
+    EXPECT_EQ(exampleOf(beidouLog, "O21"), "BeiDou 8X");
 }
 
 TEST(SatelliteFindingsTest, NoSignal_AndNotCounted) {
@@ -229,6 +227,8 @@ TEST(SatelliteFindingsTest, NavicDigits_AndShiftedPhases_AreOfEverySuchLog) {
     EXPECT_EQ(countOf(log, "O28"), 3);
     EXPECT_EQ(countOf(log, "O29"), 2);  // GPS 1W and 1X
     EXPECT_EQ(exampleOf(log, "O29"), "GPS 1W");
+    // No slots at all are a line without entries, too; the start has a time offset, for N17 and N23.
+    EXPECT_EQ(testsupport::codesOfEverySuch(log), "O28 O29 O20 N17 N23");
 }
 
 TEST(SatelliteFindingsTest, C2pAlone) {
@@ -240,6 +240,7 @@ TEST(SatelliteFindingsTest, C2pAlone) {
         log.rangeDeltas(Band::b3, {1}).td();
     }
     EXPECT_EQ(codes(inspected(log)), "O33");
+    EXPECT_EQ(exampleOf(inspected(log), "O33"), "the log has 3r, and no F3 with the signal");
     EXPECT_EQ(
         countOf(threeEpochs({{SystemCode::glonass, 1}}, {Band::c, Band::b1, Band::b2, Band::b3}, {3}), "O33"),
         0);
@@ -252,6 +253,36 @@ TEST(SatelliteFindingsTest, MissingMessages_AreReplacedByTheirLastOnes) {
     log.flags(Band::c, {0x40, 0x40}).td();
     EXPECT_EQ(codes(inspected(log)), "O30");
     EXPECT_EQ(exampleOf(inspected(log), "O30"), "cp at 2024-05-06T10:00:04.000");
+}
+
+TEST(SatelliteFindingsTest, MissingMessages_FromTheListOn) {
+    LogBuilder log = startedLog();
+    putEpoch(log, 0, gps, {Band::c});
+    putEpoch(log, 1, gps, {Band::c});
+    log.time(cleanStart + 2000).rd(2024, 5, 6).to(0);
+    putBand(log, Band::c, 1);
+    log.td();
+    EXPECT_EQ(countOf(inspected(log), "O30"), 1);
+    EXPECT_EQ(exampleOf(inspected(log), "O30"), "SX at 2024-05-06T10:00:02.000");
+
+    LogBuilder late = startedLog();
+    late.time(cleanStart).rd(2024, 5, 6).to(0);
+    putBand(late, Band::c, 1);
+    late.td();
+    putEpoch(late, 1, gps, {Band::c});
+    putEpoch(late, 2, gps, {Band::c});
+    EXPECT_EQ(countOf(inspected(late), "O30"), 1);
+    EXPECT_EQ(exampleOf(inspected(late), "O30"), "SX ahead of its first one");
+}
+
+// SI stands behind the last message that the converter takes values from.
+TEST(SatelliteFindingsTest, MissingMessages_NotOfThoseThatNobodyReads) {
+    LogBuilder log = startedLog();
+    putEpoch(log, 0, gps, {Band::c});
+    log.message("SI", "1");  // in the second of three epochs
+    putEpoch(log, 1, gps, {Band::c});
+    putEpoch(log, 2, gps, {Band::c});
+    EXPECT_EQ(codes(inspected(log)), "");
 }
 
 // The second reading begins with what the first one has left.
@@ -284,6 +315,29 @@ TEST(SatelliteFindingsTest, LeftOutSystems) {
     EXPECT_EQ(exampleOf(log, "O17"), "M in place of G");  // SBAS counts as Galileo
 }
 
+// Three epochs with GPS 5 and a satellite without any signal.
+LogSummary withoutSignal(std::uint8_t system) {
+    LogBuilder log = startedLog();
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        log.time(cleanStart + 1000 * i).rd(2024, 5, 6).sx({{SystemCode::gps, 5}, {system, 1}}).nn({1}).to(0);
+        putBand(log, Band::c, 2);
+        log.flags(Band::c, {0x40, 0}).td();
+    }
+    return inspected(log);
+}
+
+TEST(SatelliteFindingsTest, LeftOutSystems_HaveNoLines) {
+    for (const std::uint8_t system : {SystemCode::qzss, SystemCode::sbas, SystemCode::glonassCdma}) {
+        EXPECT_EQ(countOf(withoutSignal(system), "O31"), 1) << int{system};
+        EXPECT_EQ(countOf(withoutSignal(system), "O7"), 0) << int{system};
+    }
+    for (const std::uint8_t system :
+         {SystemCode::gps, SystemCode::glonass, SystemCode::galileo, SystemCode::beidou, SystemCode::navic}) {
+        EXPECT_EQ(countOf(withoutSignal(system), "O31"), 0) << int{system};
+        EXPECT_EQ(countOf(withoutSignal(system), "O7"), 3) << int{system};
+    }
+}
+
 TEST(SatelliteFindingsTest, EmptyEpochs) {
     LogBuilder log = cleanLog();
     log.time(cleanStart + 4000).rd(2024, 5, 6).sx({}).to(0);
@@ -297,57 +351,6 @@ TEST(SatelliteFindingsTest, Letter_OfTwoSystems) {
     const LogSummary log = threeEpochs({{SystemCode::galileo, 1}, {SystemCode::navic, 1}}, {Band::c});
     EXPECT_EQ(exampleOf(log, "O17"), "none in place of M");
     EXPECT_EQ(countOf(threeEpochs({{SystemCode::qzss, 1}}, {Band::c}), "O17"), 0);  // nothing is written
-}
-
-TEST(HeaderFindingsTest, MissingIdentity) {
-    LogBuilder log;
-    log.rd(2024, 5, 6).uo({});
-    for (int i = 0; i < 3; ++i) {
-        putEpoch(log, i, gps, {Band::c});
-    }
-    log.kvMarker("TOO-LATE");
-    EXPECT_EQ(codes(inspected(log)), "O18");
-    EXPECT_EQ(countOf(inspected(log), "O18"), 6);
-    EXPECT_EQ(exampleOf(inspected(log), "O18"), "marker name");
-}
-
-TEST(HeaderFindingsTest, LongTexts_AndAbnormalEnd) {
-    LogBuilder log = startedLog();
-    log.kvMarker(std::string(61, 'M')).pmParameters({{"rcv/igs=", std::string(21, 'T')}});
-    log.pmParameters({{"rcv/id=", "short"}});
-    for (int i = 0; i < 3; ++i) {
-        putEpoch(log, i, gps, {Band::c});
-    }
-    const LogSummary summary = inspected(log);
-    EXPECT_EQ(codes(summary), "O25 O25");
-    EXPECT_EQ(countOf(summary, "O25", "too long"), 2);
-    EXPECT_EQ(countOf(summary, "O25", "ends the run"), 1);
-    EXPECT_NE(exampleOf(summary, "O25", "ends the run").find("\"short\""), std::string::npos);
-}
-
-TEST(HeaderFindingsTest, NoLeapSeconds) {
-    LogBuilder log;
-    log.rd(2024, 5, 6).kvMarker("SITE").antennaType("ANT").pv({.x = 1.0});
-    log.pmParameters({{"rcv/id=", "12345678901234567890"}, {"rcv/igs=", "TYPE"}, {"rcv/ver/main=", "1"}});
-    for (int i = 0; i < 3; ++i) {
-        putEpoch(log, i, gps, {Band::c});
-    }
-    EXPECT_EQ(codes(inspected(log)), "O23");
-}
-
-TEST(HeaderFindingsTest, SlotLines_AreEmptyAtEightSixteenTwentyFour) {
-    const auto slotLines = [](int count) {
-        Satellites list;
-        std::vector<std::uint8_t> slots;
-        for (int i = 1; i <= count; ++i) {
-            list.push_back({SystemCode::glonass, i % 7});
-            slots.push_back(static_cast<std::uint8_t>(i));
-        }
-        return exampleOf(threeEpochs(list, {Band::c}, slots), "O20");
-    };
-    EXPECT_EQ(slotLines(7), "");
-    EXPECT_EQ(slotLines(8), "8 slots");
-    EXPECT_EQ(slotLines(24), "24 slots");
 }
 
 }  // namespace satelliteFindingsTest

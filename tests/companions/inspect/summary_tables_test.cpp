@@ -29,7 +29,11 @@ TEST(SummaryTablesTest, CutAccuracies_AreFoundInEveryLogThatHasThem) {
 
 TEST(SummaryTablesTest, SignalsWithoutCode_AreNamedByTheirBand) {
     EXPECT_EQ(signalText(Constellation::glonassCdma, bands::l), "GLONASS CDMA band l");
-    EXPECT_EQ(signalText(Constellation::qzss, 1), "QZSS band 1");
+    EXPECT_EQ(signalText(Constellation::qzss, bands::c), "QZSS band c");
+    EXPECT_EQ(signalText(Constellation::qzss, bands::b1), "QZSS band 1");
+    EXPECT_EQ(signalText(Constellation::qzss, bands::b2), "QZSS band 2");
+    EXPECT_EQ(signalText(Constellation::qzss, bands::b3), "QZSS band 3");
+    EXPECT_EQ(signalText(Constellation::qzss, bands::b5), "QZSS band 5");
     EXPECT_EQ(signalText(Constellation::sbas, 1), "SBAS band 1");
 }
 

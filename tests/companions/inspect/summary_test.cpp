@@ -127,7 +127,7 @@ TEST(SummaryTest, Steps_MoreThanAreKeptAreStillCounted) {
     }
     const LogSummary log = inspected(builder);
     EXPECT_EQ(log.interval, Milliseconds{1000});
-    EXPECT_THAT(log.gaps, SizeIs(mostGapsKept));
+    EXPECT_THAT(log.gaps, SizeIs(1000));
     EXPECT_EQ(log.gapCount, 1200);
     EXPECT_EQ(log.missingEpochs, 1200);
 }
@@ -150,7 +150,7 @@ TEST(SummaryTest, Steps_OfTooManyLengthsAreBounded) {
     const LogSummary log = inspected(builder);
     EXPECT_EQ(log.epochs, 5000 + 132'000);
     EXPECT_EQ(log.interval, Milliseconds{10});
-    EXPECT_THAT(log.gaps, SizeIs(mostGapsKept));
+    EXPECT_THAT(log.gaps, SizeIs(1000));
 }
 
 TEST(SummaryTest, WithoutDates_DaysAreCountedFromTheFirst) {
@@ -336,7 +336,7 @@ TEST(SummaryTest, Damage_MorePlacesThanAreKeptAreCounted) {
     const LogSummary log = inspected(builder);
     EXPECT_EQ(log.damageCount, 1001);
     EXPECT_EQ(log.damageBytes, 20'020);
-    EXPECT_THAT(log.damage, SizeIs(mostDamageKept));
+    EXPECT_THAT(log.damage, SizeIs(1000));
 }
 
 }  // namespace

@@ -37,6 +37,7 @@ TEST(TimelineTest, ShortLog_HasABinASecond) {
     EXPECT_EQ(line.satellites[0].least, 1);
     EXPECT_EQ(line.satellites[0].most, 2);
     EXPECT_EQ(line.satellites[1].sum, 0);
+    EXPECT_EQ(line.satellites[1].most, 0);
     EXPECT_THAT(line.satellitesBySystem[0], ElementsAre(2, 0, 1));
     EXPECT_THAT(line.satellitesBySystem[2], IsEmpty());
     ASSERT_THAT(line.tracks, SizeIs(2));
@@ -53,6 +54,7 @@ TEST(TimelineTest, ShortLog_HasABinASecond) {
     EXPECT_EQ(line.signals[0].bins[0].least, 100);
     EXPECT_EQ(line.signals[0].bins[0].most, 160);
     EXPECT_EQ(line.signals[0].bins[1].count, 0);
+    EXPECT_EQ(line.signals[0].bins[1].most, 0);
 }
 
 TEST(TimelineTest, LongLog_BinsDoubleAndKeepTheirSums) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "companions/support/epochs_of.h"
+#include "companions/support/reading_items.h"
 #include "reading/epoch.h"
 #include "samplelog/log_builder.h"
 
@@ -39,6 +40,25 @@ TEST(EpochTimeTest, NoneWithoutADateOrATimeOfDay) {
                 ElementsAre("-", "2024-03-05T00:00:00.001"));
     EXPECT_THAT(timesOf(LogBuilder().rd(2024, 3, 5).td().time(1).td()),
                 ElementsAre("-", "2024-03-05T00:00:00.001"));
+}
+
+// Of a log that has no TD behind the messages of interest.
+std::string timeSoFarOf(const LogBuilder& log) {
+    EpochCollector collector;
+    LogReader reader(testsupport::bytesOf(log.bytes()));
+    for (LogItem item = reader.next(); item != LogItem::end; item = reader.next()) {
+        collector.add(reader.message());
+    }
+    const auto time = collector.timeSoFar();
+    return time ? isoText(*time) : "-";
+}
+
+TEST(EpochTimeTest, TimeSoFar_OfAnEpochThatIsNotClosed) {
+    EXPECT_EQ(timeSoFarOf(LogBuilder().time(1500)), "-");
+    EXPECT_EQ(timeSoFarOf(LogBuilder().rd(2024, 3, 5)), "2024-03-05T00:00:00.000");
+    EXPECT_EQ(timeSoFarOf(LogBuilder().rd(2024, 3, 5).time(1500)), "2024-03-05T00:00:01.500");
+    EXPECT_EQ(timeSoFarOf(LogBuilder().rd(2024, 3, 5).time(beforeMidnight).td().time(1500)),
+              "2024-03-06T00:00:01.500");
 }
 
 TEST(EpochTimeTest, DateStaysUntilTheNext) {

@@ -101,6 +101,12 @@ TEST(SiteIdentityTest, Parameters_AmongOthers) {
     EXPECT_FALSE(identity.receiverNumber);
 }
 
+// Its quote is the start of the text.
+TEST(SiteIdentityTest, Parameters_NameThatBeginsTheText) {
+    EXPECT_EQ(textOf(identityOf(LogBuilder().pm("rcv/igs=\"ABC\""s)).receiverType), "ABC");
+    EXPECT_FALSE(identityOf(LogBuilder().pm(" rcv/igs=\"ABC\""s)).receiverType);
+}
+
 TEST(SiteIdentityTest, Parameters_NameWithoutAValueIsNone) {
     EXPECT_FALSE(identityOf(LogBuilder().pm("\"rcv/igs=\""s)).receiverType);
     EXPECT_FALSE(identityOf(LogBuilder().pm("\"rcv/igs=\"cut"s)).receiverType);

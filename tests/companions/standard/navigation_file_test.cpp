@@ -236,6 +236,18 @@ TEST(NavigationFile, LeapSecondsOfTheDateWhereTheyMustStand) {
               Lines{"    17" + std::string(54, ' ')});
 }
 
+TEST(NavigationFile, NoLeapSecondsWithGlonassAloneWhereTheyMayBeLeftOut) {
+    LogBuilder log;
+    log.rd(2025, 1, 5).ne88(testsupport::glonassOf2025()).uo({.leapSeconds = 18});
+    addEpoch(log, twoHours);
+    const StandardRun old = runStandard(log.bytes());
+    EXPECT_EQ(labelled(old, "RINEX VERSION / TYPE"),
+              Lines{"     3.05           N: GNSS NAV DATA    R                   "});
+    EXPECT_EQ(labelled(old, "LEAP SECONDS"), Lines{});
+    EXPECT_EQ(labelled(runStandard(log.bytes(), {"--rinex", "4.01"}), "LEAP SECONDS"),
+              Lines{"    18" + std::string(54, ' ')});
+}
+
 // ---- which file ----
 
 TEST(NavigationFile, LogWithoutNavigationGivesNone) {
@@ -271,6 +283,32 @@ TEST(NavigationFile, WindowAndIntervalDoNotActOnIt) {
     const StandardRun run = runStandard(log.take(), {"--start", "2025-01-05T02:00:30", "--interval", "30"});
     EXPECT_EQ(recordsOf(run), joined({gpsRecord, glonassRecord}));
     EXPECT_TRUE(run.files.contains("XXXX00XXX_R_20250050200_00U_MN.rnx"));
+}
+
+TEST(NavigationFile, LogWithoutAnEpochGivesItAlone) {
+    LogBuilder log;
+    log.rd(2025, 1, 5).time(twoHours).ge123(testsupport::keplerOfWeek(300));
+    const StandardRun run = runStandard(log.bytes());
+    EXPECT_EQ(run.exitStatus, 0);
+    ASSERT_EQ(run.files.size(), 1U);
+    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20250050000_00U_MN.rnx");  // the time with the date
+    EXPECT_EQ(recordsOf(run), gpsRecord);
+    EXPECT_TRUE(
+        run.errors.starts_with("orbconv-standard: no observation file: no epoch in it\n"
+                               "orbconv-standard: written: "));
+    EXPECT_EQ(runStandard(log.bytes(), {"--split", "1h"}).files.begin()->first,
+              "XXXX00XXX_R_20250050000_01H_MN.rnx");
+    EXPECT_EQ(runStandard(log.bytes(), {"--stdout", "nav", "-q"}).exitStatus, 0);
+    const StandardRun refused = runStandard(log.bytes(), {"--stdout", "obs"});
+    EXPECT_EQ(refused.exitStatus, 1);
+    EXPECT_TRUE(contains(refused.errors, "--stdout: there is no epoch for an observation file\n"));
+}
+
+TEST(NavigationFile, DoesNotComeAloneWhereNoEpochIsAskedFor) {
+    const StandardRun run = runStandard(smallLog().bytes(), {"--end", "2025-01-04"});
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_TRUE(run.files.empty());
+    EXPECT_TRUE(contains(run.errors, "none of the 1 epochs in it can be written"));
 }
 
 TEST(NavigationFile, NameHasNoRate) {
@@ -353,6 +391,8 @@ TEST(NavigationFile, SummaryTellsOfRepetitionsAndUnusableMessages) {
     log.ge123(testsupport::keplerOfWeek(300)).ge123(wrong);
     const StandardRun run = runStandard(log.take());
     EXPECT_EQ(run.exitStatus, 0);
+    const std::size_t observations = run.errors.find("orbconv-standard: written: ");
+    EXPECT_NE(run.errors.find("orbconv-standard: written: ", observations + 1), std::string::npos);
     EXPECT_TRUE(contains(run.errors,
                          "XXXX00XXX_R_20250050200_00U_MN.rnx\n"
                          "  G: records LNAV 1\n"

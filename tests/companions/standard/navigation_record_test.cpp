@@ -277,12 +277,15 @@ TEST(NavigationRecord, TypeWithoutAFormIsNoRecord) {
 
 TEST(NavigationValues, AccuracyOfAnIndex) {
     EXPECT_EQ(nominalAccuracy(-1), std::nullopt);
-    EXPECT_EQ(nominalAccuracy(0), 2.0);
-    EXPECT_EQ(nominalAccuracy(3), 5.7);
-    EXPECT_EQ(nominalAccuracy(5), 11.3);
-    EXPECT_EQ(nominalAccuracy(6), 16.0);
-    EXPECT_EQ(nominalAccuracy(7), 32.0);
-    EXPECT_EQ(nominalAccuracy(15), 8192.0);
+    // 2 to the power of 1 + N/2, to one decimal.
+    const std::vector<double> lower = {2.0, 2.8, 4.0, 5.7, 8.0, 11.3, 16.0};
+    for (std::size_t index = 0; index < lower.size(); ++index) {
+        EXPECT_EQ(nominalAccuracy(static_cast<std::int32_t>(index)), lower[index]);
+    }
+    // 2 to the power of N - 2.
+    for (std::int32_t index = 7; index <= 15; ++index) {
+        EXPECT_EQ(nominalAccuracy(index), 1 << (index - 2));
+    }
     EXPECT_EQ(nominalAccuracy(16), std::nullopt);
 }
 

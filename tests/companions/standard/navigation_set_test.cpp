@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "companions/support/navigation_messages.h"
+#include "standard/summary.h"
 
 namespace {
 namespace navigationSetTest {
@@ -127,6 +128,15 @@ TEST(NavigationSet, LossesAreCountedByReason) {
 }
 
 // ---- ionosphere ----
+
+TEST(NavigationSet, MessagesWithoutDateAreTold) {
+    NavigationSet set;
+    LogBuilder log;
+    log.ge123(testsupport::keplerOfWeek(300));
+    set.add(testsupport::broadcastIn(log.bytes()), std::nullopt);
+    EXPECT_EQ(navigationLossLines(set, RinexVersion::v305),
+              std::vector<std::string>{"messages without date: 1"});
+}
 
 TEST(NavigationSet, IonosphereTermsStandOnceEach) {
     auto other = testsupport::ionoTerms();

@@ -149,6 +149,10 @@ TEST(NavigationTime, DayThatContradictsTheReceptionGivesWay) {
     EXPECT_EQ(epochOf(99), "2024-04-08T12:00:00.000");
     EXPECT_EQ(epochOf(102), "2024-04-09T12:00:00.000");  // two days off
     EXPECT_EQ(epochOf(98), "2024-04-09T12:00:00.000");
+    // A day and a half away it is still believed.
+    const GlonassEphemeris day101{.dayNumber = 101, .tb = 54000};
+    EXPECT_EQ(isoText(glonassTimes(day101, "2024-04-09T00:00").epoch), "2024-04-10T12:00:00.000");
+    EXPECT_EQ(isoText(glonassTimes(day101, "2024-04-08T23:30").epoch), "2024-04-08T12:00:00.000");
     EXPECT_EQ(epochOf(0), "2024-04-09T12:00:00.000");
     EXPECT_EQ(epochOf(1462), "2024-04-09T12:00:00.000");
     // No day of the four years, though it would be the right one: day 0 of 2024 is the last of 2023.
@@ -173,6 +177,18 @@ TEST(LeapSeconds, ByDate) {
     EXPECT_EQ(leapSecondsAt(at("2016-12-31T23:59:59")), 17);
     EXPECT_EQ(leapSecondsAt(at("2017-01-01")), 18);
     EXPECT_EQ(leapSecondsAt(at("2099-12-31")), 18);
+}
+
+// Each day follows a half year whose last minute had 61 seconds.
+TEST(LeapSeconds, OneMoreFromEachLeapOn) {
+    int count = 0;
+    for (const char* const day :
+         {"1981-07-01", "1982-07-01", "1983-07-01", "1985-07-01", "1988-01-01", "1990-01-01", "1991-01-01",
+          "1992-07-01", "1993-07-01", "1994-07-01", "1996-01-01", "1997-07-01", "1999-01-01", "2006-01-01",
+          "2009-01-01", "2012-07-01", "2015-07-01", "2017-01-01"}) {
+        EXPECT_EQ(leapSecondsAt(at(day) - std::chrono::milliseconds{1}), count) << day;
+        EXPECT_EQ(leapSecondsAt(at(day)), ++count) << day;
+    }
 }
 
 TEST(LeapSeconds, LogsOnUtcLackThem) {

@@ -1,10 +1,13 @@
-// Any log, however damaged, gives a file that a strict reader accepts, or an error and no file.
+// Any log, however damaged, gives files that strict readers accept, or an error and no file.
 #include <gtest/gtest.h>
 
 #include <random>
 
+#include "companions/standard/support/small_logs.h"
 #include "companions/standard/support/standard_run.h"
+#include "companions/standard/support/strict_navigation_reader.h"
 #include "companions/standard/support/strict_reader.h"
+#include "companions/support/navigation_messages.h"
 #include "support/random_log.h"
 
 namespace {
@@ -22,7 +25,14 @@ void expectSoundOrNone(const std::string& log, const char* version) {
         return;
     }
     EXPECT_TRUE(run.exitStatus == 0 || run.exitStatus == 2);
-    EXPECT_EQ(testsupport::readStrictly(run.text()).complaints, std::vector<std::string>{});
+    const std::string navigation = run.navigationText();
+    if (run.files.size() != 1 || navigation.empty()) {  // what has no epoch gives a navigation file alone
+        EXPECT_EQ(testsupport::readStrictly(run.text()).complaints, std::vector<std::string>{});
+        EXPECT_EQ(run.files.size(), navigation.empty() ? 1U : 2U);
+    }
+    if (!navigation.empty()) {
+        EXPECT_EQ(testsupport::readNavigationStrictly(navigation).complaints, std::vector<std::string>{});
+    }
 }
 
 // One to four damages of a few bytes each, or of a few hundred.
@@ -71,6 +81,32 @@ TEST(StandardProperty, DamagedPartsOfSeveralLogsGiveASoundFileOrNone) {
     }
 }
 
+// Files of an hour each, out of several logs that are damaged each on its own.
+TEST(StandardProperty, DamagedLogsTogetherGiveSoundFilesOrNone) {
+    std::mt19937 random(19991231);
+    for (unsigned seed = 1; seed <= 100; ++seed) {
+        std::vector<testsupport::NamedLog> logs;
+        for (unsigned i = 0; i < 3; ++i) {
+            std::string log = RandomLog({.seed = 5 * seed + i, .epochs = 3, .mostOfASystem = 3}).bytes();
+            damage(log, random);
+            logs.push_back({std::to_string(i) + ".kvs", std::move(log)});
+        }
+        const char* const version = seed % 2 == 0 ? "3.05" : "4.01";
+        const StandardRun run = testsupport::runStandardOn(logs, {"-q", "--split", "1h", "--rinex", version});
+        EXPECT_EQ(run.exitStatus == 1, run.files.empty());
+        EXPECT_EQ(run.errors.find("second reading"), std::string::npos) << run.errors;
+        for (const auto& [name, text] : run.files) {
+            EXPECT_EQ(name.ends_with("_MO.rnx") ? testsupport::readStrictly(text).complaints
+                                                : testsupport::readNavigationStrictly(text).complaints,
+                      std::vector<std::string>{})
+                << name;
+        }
+        if (HasFailure()) {
+            FAIL() << "seed " << seed;
+        }
+    }
+}
+
 TEST(StandardProperty, FlippedBitsOfTheDateGiveASoundFile) {
     std::mt19937 random(7);
     for (unsigned seed = 1; seed <= 100; ++seed) {
@@ -83,6 +119,102 @@ TEST(StandardProperty, FlippedBitsOfTheDateGiveASoundFile) {
             }
         }
         expectSoundOrNone(log, "3.05");
+        if (HasFailure()) {
+            FAIL() << "seed " << seed;
+        }
+    }
+}
+
+// Three epochs of 2025-01-05, behind a navigation message of each kind each.
+std::string navigationLog() {
+    samplelog::LogBuilder log;
+    log.rd(2025, 1, 5).time(7199000);
+    for (std::uint8_t i = 0; i < 3; ++i) {
+        testsupport::addEveryKind(log, i + 1);
+        testsupport::addEpoch(log, 7200000U + i * 1000U);
+    }
+    return log.take();
+}
+
+using RecordCounts = std::map<std::string, std::size_t>;
+
+// Messages that differ in their form alone give one record; GLONASS has the satellites 1 to 4.
+TEST(StandardProperty, UndamagedNavigationIsAllThere) {
+    const auto readOf = [](const char* version) {
+        const StandardRun run = runStandard(navigationLog(), {"--rinex", version});
+        EXPECT_EQ(run.exitStatus, 0) << run.errors;
+        return testsupport::readNavigationStrictly(run.navigationText());
+    };
+    const auto old = readOf("3.05");
+    EXPECT_EQ(old.complaints, std::vector<std::string>{});
+    EXPECT_EQ(
+        old.records,
+        (RecordCounts{
+            {"EPH G LNAV", 3}, {"EPH R FDMA", 4}, {"EPH E INAV", 6}, {"EPH C D1", 6}, {"EPH I LNAV", 3}}));
+    const auto newer = readOf("4.01");
+    EXPECT_EQ(newer.complaints, std::vector<std::string>{});
+    EXPECT_EQ(newer.records, (RecordCounts{{"EPH G LNAV", 3},
+                                           {"EPH G CNAV", 3},
+                                           {"EPH G CNV2", 3},
+                                           {"EPH R FDMA", 4},
+                                           {"EPH E INAV", 3},
+                                           {"EPH E FNAV", 3},
+                                           {"EPH C D1", 3},
+                                           {"EPH C D2", 3},
+                                           {"EPH C CNV1", 3},
+                                           {"EPH C CNV2", 3},
+                                           {"EPH C CNV3", 3},
+                                           {"EPH I LNAV", 3},
+                                           // Offsets of GLONASS and Galileo to GPS time are the same in all.
+                                           {"STO G LNAV", 3},
+                                           {"STO R FDMA", 4},
+                                           {"STO E IFNV", 4},
+                                           {"STO C D1D2", 3},
+                                           {"STO I LNAV", 3},
+                                           {"ION G LNAV", 3},
+                                           {"ION E IFNV", 1},
+                                           {"ION C D1D2", 3},
+                                           {"ION I LNAV", 3}}));
+}
+
+TEST(StandardProperty, DamagedNavigationGivesASoundFileOrNone) {
+    std::mt19937 random(20250105);
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        std::string log = navigationLog();
+        damage(log, random);
+        expectSoundOrNone(log, seed % 2 == 0 ? "3.05" : "4.01");
+        if (HasFailure()) {
+            FAIL() << "seed " << seed;
+        }
+    }
+}
+
+// Numbers of the messages' bodies, of any width and place, give way to others, often to the largest, the
+// least and to what is no number.
+void changeNumbers(std::string& log, std::mt19937& random) {
+    const auto messages = testsupport::itemsOf(log).messages;
+    for (const testsupport::FoundMessage& message : messages) {
+        if (message.body.size() < 16 || random() % 2 == 0) {
+            continue;
+        }
+        for (std::size_t times = 1 + random() % 3; times > 0; --times) {
+            const std::size_t width = std::size_t{1} << (random() % 4);
+            const std::size_t place = message.offset + 5 + random() % (message.body.size() - width);
+            const std::size_t choice = random() % 4;
+            const char low = std::string{'\0', '\xFF', '\0', '\x7F'}[choice];
+            for (std::size_t i = 0; i < width; ++i) {
+                log[place + i] = choice == 2 ? static_cast<char>(random()) : low;
+            }
+        }
+    }
+}
+
+TEST(StandardProperty, NavigationOfAnyNumbersGivesASoundFile) {
+    std::mt19937 random(5);
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        std::string log = navigationLog();
+        changeNumbers(log, random);
+        expectSoundOrNone(log, seed % 2 == 0 ? "3.05" : "4.01");
         if (HasFailure()) {
             FAIL() << "seed " << seed;
         }

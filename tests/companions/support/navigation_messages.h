@@ -126,6 +126,35 @@ inline samplelog::IonoBody ionoTerms() {
             .beta3 = 0x1p17F};
 }
 
+// One message of every kind that a navigation file can show, and of every form that it comes in, from the
+// satellites n and n + 1. Other n below 5 give other messages.
+inline void addEveryKind(samplelog::LogBuilder& log, std::uint8_t n) {
+    const auto from = [n](auto body) {
+        body.kepler.sv = n;
+        return body;
+    };
+    auto kepler = keplerOfWeek(300);
+    kepler.sv = n;
+    auto glonass = glonassOf2025();
+    glonass.sv = n;
+    const std::uint8_t next = n + 1;
+    log.ge123(kepler).ie(kepler).ge160(from(modernGps(1)));
+    log.ge168(from(modernGps(2))).ge160(from(modernGps(8)));
+    log.ne88(glonass);
+    glonass.sv = next;
+    log.ne103(glonass);
+    log.en(from(galileoOf(5))).en(from(galileoOf(2)));
+    log.cn134(beidouOf(1, n)).cn134(beidouOf(1, n + 20));  // D2 and D1
+    log.cn152(beidouOf(0x08, n)).cn160(beidouOf(0x20, n)).cn152(beidouOf(0x40, n));
+    auto iono = ionoTerms();
+    iono.alpha0 *= n;
+    log.io(iono).ii(iono).ci(iono);
+    const samplelog::TimeOffsetBody offset = {
+        .a0 = 0x1p-30 * n, .a1 = 0x1p-50F, .tot = 345600, .week = 300, .leapSeconds = 18};
+    log.uo(offset).cu(offset).iu(offset).nu({.tauC = 0x1p-27 * n, .tauGps = 0x1p-28F});
+    log.eu({.utc = offset, .a0Gps = 0x1p-32F, .totGps = 7200, .weekGps = 300});
+}
+
 inline std::vector<orbconv::reading::Broadcast> broadcastsIn(std::string_view log) {
     std::vector<orbconv::reading::Broadcast> found;
     orbconv::reading::LogReader reader(bytesOf(log));

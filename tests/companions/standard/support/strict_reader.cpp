@@ -4,47 +4,13 @@
 #include <set>
 #include <sstream>
 
+#include "companions/standard/support/line_columns.h"
+
 namespace testsupport {
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-bool isBlank(std::string_view text) {
-    return text.find_first_not_of(' ') == std::string_view::npos;
-}
-
-bool areDigits(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-// Columns from `first` on, counted from 1, blank beyond the end of the line.
-std::string columns(const std::string& line, std::size_t first, std::size_t count) {
-    std::string piece = line.size() >= first ? line.substr(first - 1, count) : "";
-    piece.resize(count, ' ');
-    return piece;
-}
-
-// A right-justified number: blanks, a sign perhaps, digits, and `decimals` digits behind a point.
-bool isFixed(std::string_view field, std::size_t decimals) {
-    field.remove_prefix(std::min(field.find_first_not_of(' '), field.size()));
-    if (field.starts_with('-')) {
-        field.remove_prefix(1);
-    }
-    if (field.size() < decimals + 2) {
-        return false;
-    }
-    const std::size_t point = field.size() - decimals - 1;
-    return field[point] == '.' && areDigits(field.substr(0, point)) && areDigits(field.substr(point + 1));
-}
-
-bool isInteger(std::string_view field) {
-    field.remove_prefix(std::min(field.find_first_not_of(' '), field.size()));
-    if (field.starts_with('-')) {
-        field.remove_prefix(1);
-    }
-    return areDigits(field);
-}
 
 class StrictReader {
 public:
@@ -78,8 +44,7 @@ private:
         for (bool ended = false; !ended && at_ < lines_.size(); ++at_) {
             const std::string& line = lines_[at_];
             complainIf(line.size() > 80, "long header line: " + line);
-            std::string label = columns(line, 61, 20);
-            label.resize(label.find_last_not_of(' ') + 1);
+            const std::string label = cutBlanks(columns(line, 61, 20));
             file_.header[label].push_back(columns(line, 1, 60));
             ended = label == "END OF HEADER";
         }
