@@ -13,14 +13,8 @@
 #include "support/effort.h"
 #include "support/measurement_model.h"
 
+namespace testsupport::measurements {
 namespace {
-
-using testsupport::ObsRow;
-using testsupport::Satellite;
-using testsupport::SatEpochRecord;
-using testsupport::Values;
-
-using namespace testsupport::measurements;
 
 // ---- random epochs ----
 
@@ -145,3 +139,4 @@ INSTANTIATE_TEST_SUITE_P(OfManySeeds, MeasurementsOfRandomEpochs,
                          testing::Range(1U, testsupport::effort(61U, 10U)));
 
 }  // namespace
+}  // namespace testsupport::measurements

@@ -6,6 +6,7 @@
 #include "support/assembly_bench.h"
 
 namespace {
+namespace phaseListsTest {
 
 using testsupport::always;
 using testsupport::Cell;
@@ -198,4 +199,5 @@ TEST_F(PhaseLists, SatellitesBeyondTheSixtiethAreNotListed) {
     EXPECT_EQ(listOf(gps, 2), orbconv::SatelliteNumbers{});
 }
 
+}  // namespace phaseListsTest
 }  // namespace

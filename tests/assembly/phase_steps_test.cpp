@@ -7,6 +7,7 @@
 #include "support/assembly_bench.h"
 
 namespace {
+namespace phaseStepsTest {
 
 using testsupport::always;
 using testsupport::Cell;
@@ -328,4 +329,5 @@ TEST_F(PhaseSteps, SwitchedOffLastBandOfGalileoWouldStoreItsShiftInTheFourthColu
     }
 }
 
+}  // namespace phaseStepsTest
 }  // namespace

@@ -29,7 +29,7 @@ struct CodeRow {
     bool needsInclude = false;
 };
 
-constexpr Gate always = testsupport::always;
+using testsupport::always;
 
 // clang-format off
 constexpr auto codeRows = std::to_array<CodeRow>({

@@ -9,6 +9,7 @@
 #include "support/assembly_bench.h"
 
 namespace {
+namespace stepOrderTest {
 
 using testsupport::Constellation;
 using testsupport::ObsRow;
@@ -351,4 +352,5 @@ TEST_F(StepOrder, ChangedListDropsTheValuesOfThePlacesBehindTheChange) {
     EXPECT_EQ(record(gps, 30).at(ObsRow::strength, 0), 25.0);
 }
 
+}  // namespace stepOrderTest
 }  // namespace

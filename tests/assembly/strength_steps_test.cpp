@@ -24,8 +24,8 @@ struct StrengthRow : Cell {
     Gate gate;
 };
 
-constexpr Gate always = testsupport::always;
-constexpr Gate shut = testsupport::shut;
+using testsupport::always;
+using testsupport::shut;
 
 // clang-format off
 constexpr auto strengthRows = std::to_array<StrengthRow>({

@@ -9,6 +9,7 @@
 #include "support/obs_logs.h"
 
 namespace {
+namespace observationFileTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
@@ -342,4 +343,5 @@ TEST_P(ObservationFile, OfNavic) {
                           lastBand("  31484257.902   166989104.494 6        -2.099           2.000  ")}})));
 }
 
+}  // namespace observationFileTest
 }  // namespace

@@ -6,6 +6,7 @@
 #include "support/obs_logs.h"
 
 namespace {
+namespace observationTimingTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
@@ -311,4 +312,5 @@ TEST(ObservationTiming, AnAntennaNumberOf21CharactersPassesInALogWithoutAHeader)
     EXPECT_EQ(run.exitStatus, 0);
 }
 
+}  // namespace observationTimingTest
 }  // namespace

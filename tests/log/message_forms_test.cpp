@@ -78,7 +78,7 @@ std::unique_ptr<MessageStaging> markedStaging() {
 }
 
 // Ids in the order in which the reader meets them, the last one without the end's own.
-std::vector<std::string> idsIn(std::string_view log) {
+std::vector<std::string> idTextsIn(std::string_view log) {
     const auto staging = std::make_unique<MessageStaging>();
     std::vector<std::string> ids;
     LogStream stream(bytesOf(log));
@@ -137,18 +137,18 @@ TEST(MessageForms, OtherLengthsStageNothingAndAreKept) {
 }
 
 TEST(MessageForms, LengthsOfTheOtherMessagesAreOtherLengths) {
-    EXPECT_EQ(idsIn("NE07B>a>b>c>d"), (Ids{"NE", ">a", ">b", ">c", ">d"}));
-    EXPECT_EQ(idsIn("GE058>a>b>c>d"), (Ids{"GE", ">b", ">c", ">d"}));
-    EXPECT_EQ(idsIn("CN07B>a>b>c>d"), (Ids{"CN", ">b", ">c", ">d"}));
+    EXPECT_EQ(idTextsIn("NE07B>a>b>c>d"), (Ids{"NE", ">a", ">b", ">c", ">d"}));
+    EXPECT_EQ(idTextsIn("GE058>a>b>c>d"), (Ids{"GE", ">b", ">c", ">d"}));
+    EXPECT_EQ(idTextsIn("CN07B>a>b>c>d"), (Ids{"CN", ">b", ">c", ">d"}));
 }
 
 TEST(MessageForms, GlonassOfAnotherLengthLeavesItsWholeBodyInTheStream) {
-    EXPECT_EQ(idsIn("NE05A>a>b>c"), (Ids{"NE", ">a", ">b", ">c"}));
+    EXPECT_EQ(idTextsIn("NE05A>a>b>c"), (Ids{"NE", ">a", ">b", ">c"}));
 }
 
 TEST(MessageForms, GpsAndBeidouOfAnotherLengthTakeTwoBytes) {
-    EXPECT_EQ(idsIn("GE07A>a>b>c"), (Ids{"GE", ">b", ">c"}));
-    EXPECT_EQ(idsIn("CN07A>a>b>c"), (Ids{"CN", ">b", ">c"}));
+    EXPECT_EQ(idTextsIn("GE07A>a>b>c"), (Ids{"GE", ">b", ">c"}));
+    EXPECT_EQ(idTextsIn("CN07A>a>b>c"), (Ids{"CN", ">b", ">c"}));
 }
 
 TEST(MessageForms, LongGlonassMessageTakesOneByteOfTheNext) {
@@ -156,11 +156,11 @@ TEST(MessageForms, LongGlonassMessageTakesOneByteOfTheNext) {
     log.ne103({}, samplelog::LongNeEnd::bare).raw(">a>b>c");
     // The first character of the next id is gone, so that ids are read out of step: "a>", whose length
     // "b>c" is 0xB.
-    EXPECT_EQ(idsIn(log.bytes()), Ids{"NE"});
+    EXPECT_EQ(idTextsIn(log.bytes()), Ids{"NE"});
     log.clear().ne103({}, samplelog::LongNeEnd::bare).raw(".>a>b");
-    EXPECT_EQ(idsIn(log.bytes()), (Ids{"NE", ">a", ">b"}));
+    EXPECT_EQ(idTextsIn(log.bytes()), (Ids{"NE", ">a", ">b"}));
     log.clear().ne88({}).raw(">a>b");
-    EXPECT_EQ(idsIn(log.bytes()), (Ids{"NE", ">a", ">b"}));
+    EXPECT_EQ(idTextsIn(log.bytes()), (Ids{"NE", ">a", ">b"}));
 }
 
 TEST(MessageForms, PairAndQuartetOfGpsOutliveMessagesOfTheOtherForm) {

@@ -82,12 +82,12 @@ constexpr auto format = std::to_array<Row>({
 // clang-format on
 
 // The forms of the three messages that have some: length, and the bytes that it takes.
-struct Form {
+struct FormLength {
     std::string_view id;
     std::size_t length;
     std::size_t consumed;
 };
-constexpr auto forms = std::to_array<Form>({
+constexpr auto formLengths = std::to_array<FormLength>({
     {"NE", 88, 87 + 2},
     {"NE", 103, 87 + 16 + 2},
     {"GE", 123, 122 + 2},
@@ -126,9 +126,9 @@ std::size_t expectedConsumption(const Row& row, std::size_t length) {
         case Kind::formsOrTwo:
         case Kind::formsOrNone: break;
     }
-    const auto form =
-        std::ranges::find_if(forms, [&](const Form& f) { return f.id == row.id && f.length == length; });
-    return form != forms.end() ? form->consumed : row.kind == Kind::formsOrTwo ? 2 : 0;
+    const auto form = std::ranges::find_if(
+        formLengths, [&](const FormLength& f) { return f.id == row.id && f.length == length; });
+    return form != formLengths.end() ? form->consumed : row.kind == Kind::formsOrTwo ? 2 : 0;
 }
 
 // Bytes of the body that the area keeps from its start on, for all kinds without forms.
@@ -145,7 +145,7 @@ std::size_t expectedKept(const Row& row, std::size_t length) {
 }
 
 // More bytes than any message takes, no two neighbours alike, none of them 0x5A.
-std::string longBody() {
+std::string longestBody() {
     std::string body(5000, '\0');
     for (std::size_t i = 0; i < body.size(); ++i) {
         body[i] = static_cast<char>(0x60 + i % 97);
@@ -157,7 +157,7 @@ std::string longBody() {
 class OneMessage {
 public:
     OneMessage(std::string_view id, std::size_t length)
-        : log_(LogBuilder().messageWithLength(id, static_cast<unsigned>(length), longBody()).take()),
+        : log_(LogBuilder().messageWithLength(id, static_cast<unsigned>(length), longestBody()).take()),
           before_(log_.size()) {
         staging_->bytes.fill(0x5A);
         LogStream stream(bytesOf(log_));
@@ -213,7 +213,7 @@ TEST_P(EveryMessage, KeepsItsBodyUpToTheRoomOfItsArea) {
     if (row.kind == Kind::formsOrNone || row.kind == Kind::formsOrTwo) {
         return;
     }
-    const std::string body = longBody();
+    const std::string body = longestBody();
     for (const std::size_t length : lengths) {
         const OneMessage message(row.id, length);
         const auto area = message.staging().area(rowOf(row.id));

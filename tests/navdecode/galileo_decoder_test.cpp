@@ -3,6 +3,7 @@
 #include "support/nav_survey.h"
 
 namespace {
+namespace galileoDecoderTest {
 
 using namespace orbconv;
 using samplelog::GalileoBody;
@@ -188,4 +189,5 @@ TEST(GalileoDuplicate, OtherFlagsAreNotCompared) {
     EXPECT_EQ(countOf(1, 0xF9), 1);
 }
 
+}  // namespace galileoDecoderTest
 }  // namespace

@@ -5,6 +5,7 @@
 #include "support/nav_survey.h"
 
 namespace {
+namespace glonassDecoderTest {
 
 using namespace orbconv;
 using samplelog::Closing;
@@ -216,4 +217,5 @@ TEST(GlonassDuplicate, OtherSatelliteOfTheSameTkIsNone) {
     EXPECT_EQ(survey.tables().glonass.count, 2);
 }
 
+}  // namespace glonassDecoderTest
 }  // namespace

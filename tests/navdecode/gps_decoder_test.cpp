@@ -3,6 +3,7 @@
 #include "support/nav_survey.h"
 
 namespace {
+namespace gpsDecoderTest {
 
 using namespace orbconv;
 using samplelog::Closing;
@@ -302,4 +303,5 @@ TEST(QzssEphemeris, GoesToNoTable) {
     EXPECT_TRUE(survey.tables().gps.slots.empty());
 }
 
+}  // namespace gpsDecoderTest
 }  // namespace

@@ -5,6 +5,7 @@
 #include "support/nav_survey.h"
 
 namespace {
+namespace keplerBlockTest {
 
 using namespace orbconv;
 using samplelog::LogBuilder;
@@ -139,4 +140,5 @@ INSTANTIATE_TEST_SUITE_P(Negative_TruncatesTowardZero, Accuracy,
                          testing::Values(AccuracyRow{-1, 2}, AccuracyRow{-2, 1}, AccuracyRow{-3, 1},
                                          AccuracyRow{-4, 0}, AccuracyRow{-5, 0}, AccuracyRow{-128, 0}));
 
+}  // namespace keplerBlockTest
 }  // namespace

@@ -3,6 +3,7 @@
 #include "support/nav_survey.h"
 
 namespace {
+namespace navicDecoderTest {
 
 using namespace orbconv;
 using samplelog::KeplerBlock;
@@ -73,4 +74,5 @@ TEST(NavicEphemeris, TimeBaseIsThatOfTheEpochClock) {
     EXPECT_EQ(survey.tables().navic.slots.at(0).epoch.timeBase, 2.0F);
 }
 
+}  // namespace navicDecoderTest
 }  // namespace

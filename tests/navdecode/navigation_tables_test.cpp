@@ -8,6 +8,7 @@
 #include "support/nav_survey.h"
 
 namespace {
+namespace navigationTablesTest {
 
 using namespace orbconv;
 using samplelog::Closing;
@@ -424,4 +425,5 @@ TEST(GlonassTable, ScanOfRandomMessagesIsTheLiteralOne) {
     }
 }
 
+}  // namespace navigationTablesTest
 }  // namespace

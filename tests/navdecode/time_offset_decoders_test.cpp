@@ -5,6 +5,7 @@
 #include "support/nav_survey.h"
 
 namespace {
+namespace timeOffsetDecodersTest {
 
 using namespace orbconv;
 using samplelog::GalileoTimeOffsetBody;
@@ -259,4 +260,5 @@ TEST(GlonassTimeOffsets, SetNoLeapSeconds) {
     EXPECT_EQ(survey.tables().lastLeapSeconds, 18);
 }
 
+}  // namespace timeOffsetDecodersTest
 }  // namespace

@@ -7,6 +7,7 @@
 #include "support/nav_records.h"
 
 namespace {
+namespace galileoRecordsTest {
 
 using namespace orbconv;
 using testing::IsEmpty;
@@ -107,4 +108,5 @@ TEST_F(GalileoRecords, FlagsOfL2AndFitAreNotPrinted) {
     EXPECT_EQ(lines(3.05), record);
 }
 
+}  // namespace galileoRecordsTest
 }  // namespace

@@ -8,6 +8,7 @@
 #include "support/nav_records.h"
 
 namespace {
+namespace gpsRecordsTest {
 
 using namespace orbconv;
 using testing::ElementsAre;
@@ -258,4 +259,5 @@ TEST_F(GpsRecords, ExponentOfThreeDigitsTakesTheWholeField) {
               "     4.000000000000D+00 5.000000000000D+00 6.000000000000D+001.000000000000D-100");
 }
 
+}  // namespace gpsRecordsTest
 }  // namespace

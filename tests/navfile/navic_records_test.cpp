@@ -7,6 +7,7 @@
 #include "support/nav_records.h"
 
 namespace {
+namespace navicRecordsTest {
 
 using namespace orbconv;
 using testing::SizeIs;
@@ -87,4 +88,5 @@ TEST_F(NavicRecords, L2BitsStandAroundTheWeek) {
     EXPECT_EQ(value(5, 1) + value(5, 3), " 1.000000000000D+00 0.000000000000D+00");
 }
 
+}  // namespace navicRecordsTest
 }  // namespace

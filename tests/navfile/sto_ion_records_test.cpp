@@ -10,6 +10,7 @@
 #include "support/staging.h"
 
 namespace {
+namespace stoIonRecordsTest {
 
 using namespace orbconv;
 using testing::ElementsAre;
@@ -322,4 +323,5 @@ TEST_F(StoAndIon, MixedFileWithoutDataHasTwoRecords) {
     EXPECT_EQ(splitLines(file).size(), 4U + 3U + 3U);
 }
 
+}  // namespace stoIonRecordsTest
 }  // namespace

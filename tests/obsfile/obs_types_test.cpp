@@ -10,6 +10,7 @@
 #include "support/staging.h"
 
 namespace {
+namespace obsTypesTest {
 
 using orbconv::Constellation;
 using orbconv::SignalText;
@@ -306,4 +307,5 @@ TEST(ObsTypesBeidou, TheSecondPhaseOfTheLastBandIsListed) {
     EXPECT_THAT(obsTypes(survey), ElementsAre(headerLine("C    5 C1X L1X D1X S1X Z9Z", label)));
 }
 
+}  // namespace obsTypesTest
 }  // namespace

@@ -9,6 +9,7 @@
 #include "support/obs_text.h"
 
 namespace {
+namespace phaseShiftTest {
 
 using orbconv::Constellation;
 using orbconv::indexOf;
@@ -407,4 +408,5 @@ TEST(PhaseShiftBeidou, ANumberOfThreeDigitsMovesTheRestByOne) {
                             headerLine("C alt  0.50000  01 C07", label)));
 }
 
+}  // namespace phaseShiftTest
 }  // namespace

@@ -105,16 +105,16 @@ void PrintTo(const VersionCase& version, std::ostream* out) {
 
 class SupportedVersion : public testing::TestWithParam<VersionCase> {};
 
-struct ExcludeCase {
+struct ExclusionCase {
     const char* flag;
     const char* letters;  // of the output files below version 4.0
 };
 
-void PrintTo(const ExcludeCase& exclude, std::ostream* out) {
+void PrintTo(const ExclusionCase& exclude, std::ostream* out) {
     *out << exclude.flag;
 }
 
-class ExclusionFromARun : public testing::TestWithParam<ExcludeCase> {};
+class ExclusionFromARun : public testing::TestWithParam<ExclusionCase> {};
 
 struct SortCase {
     const char* flag;
@@ -138,7 +138,7 @@ constexpr VersionCase versions[] = {
     {"4.00", "4", "op"},        {"4.01", "4.01", "op"},      {"4.010", "4.01", "op"},
 };
 
-constexpr ExcludeCase exclusions[] = {
+constexpr ExclusionCase exclusions[] = {
     {"-G", "oIGLC"}, {"-I", "oNGLC"},  {"-R", "oNILC"},  {"-E", "oNIGC"},
     {"-C", "oNIGL"}, {"-W", "oNIGLC"}, {"-J", "oNIGLC"}, {"-GC", "oNIGLC"},
 };

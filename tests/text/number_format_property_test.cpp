@@ -22,8 +22,6 @@ namespace {
 
 using Limits = std::numeric_limits<double>;
 
-constexpr double infinity = Limits::infinity();
-
 // Counts disagreements and keeps the first for the message.
 class Agreement {
 public:
@@ -86,7 +84,8 @@ void checkScientific(Agreement& agreement, double value, int precision) {
 // A value, its two neighbours, and the same with a minus sign.
 template <class Check>
 void withNeighbours(double value, Check check) {
-    for (const double near : {std::nextafter(value, -infinity), value, std::nextafter(value, infinity)}) {
+    for (const double near :
+         {std::nextafter(value, -Limits::infinity()), value, std::nextafter(value, Limits::infinity())}) {
         check(near);
         check(-near);
     }

@@ -20,8 +20,7 @@ namespace {
 
 using orbconv::TextWriter;
 using testsupport::written;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Limits = std::numeric_limits<double>;
 
 std::string rinexNumber(double value, int precision, int width) {
     return written([&](TextWriter& out) { orbconv::writeRinexNumber(out, value, precision, width); });
@@ -103,7 +102,7 @@ TEST(FixedField, WiderThanItsFieldMovesTheRest) {
 TEST(FixedField, JustifiesWhatIsNoNumber) {
     EXPECT_EQ(written([](TextWriter& out) { out.fixed(std::nan(""), 3, 6); }), "   nan");
     EXPECT_EQ(written([](TextWriter& out) { out.fixed(std::copysign(std::nan(""), -1.0), 3, 6); }), "  -nan");
-    EXPECT_EQ(written([](TextWriter& out) { out.fixed(-infinity, 0, 2, '0'); }), "-inf");
+    EXPECT_EQ(written([](TextWriter& out) { out.fixed(-Limits::infinity(), 0, 2, '0'); }), "-inf");
 }
 
 TEST(ScientificField, TakesTheExponentLetterOfItsCaller) {
@@ -134,7 +133,7 @@ TEST(RinexNumber, ShowsTheDigitsOfAWidenedSinglePrecisionValue) {
 }
 
 TEST(RinexNumber, HasNoExponentLetterInWhatIsNoNumber) {
-    EXPECT_EQ(rinexNumber(infinity, 12, 19), "                inf");
+    EXPECT_EQ(rinexNumber(Limits::infinity(), 12, 19), "                inf");
     EXPECT_EQ(rinexNumber(std::nan(""), 12, 19), "                nan");
 }
 

@@ -8,6 +8,7 @@
 
 namespace orbconv::inspect {
 namespace {
+namespace headerFindingsTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
@@ -176,5 +177,6 @@ TEST(HeaderFindingsTest, SlotLines_OfThirtyTwoAreAllFull) {
     EXPECT_EQ(exampleOf(inspected(log), "O20"), "");
 }
 
+}  // namespace headerFindingsTest
 }  // namespace
 }  // namespace orbconv::inspect

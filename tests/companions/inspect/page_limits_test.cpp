@@ -17,6 +17,7 @@
 
 namespace orbconv::inspect {
 namespace {
+namespace pageLimitsTest {
 
 using ::testing::HasSubstr;
 
@@ -115,5 +116,6 @@ TEST(PageLimitsTest, Texts_StandOutFromThePageByDayAndNight) {
     }
 }
 
+}  // namespace pageLimitsTest
 }  // namespace
 }  // namespace orbconv::inspect

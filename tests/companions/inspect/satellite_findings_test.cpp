@@ -7,6 +7,7 @@
 
 namespace orbconv::inspect {
 namespace {
+namespace satelliteFindingsTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
@@ -352,5 +353,6 @@ TEST(SatelliteFindingsTest, Letter_OfTwoSystems) {
     EXPECT_EQ(countOf(threeEpochs({{SystemCode::qzss, 1}}, {Band::c}), "O17"), 0);  // nothing is written
 }
 
+}  // namespace satelliteFindingsTest
 }  // namespace
 }  // namespace orbconv::inspect

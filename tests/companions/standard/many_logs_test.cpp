@@ -9,6 +9,7 @@
 #include "companions/standard/support/strict_reader.h"
 
 namespace {
+namespace manyLogsTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
@@ -250,4 +251,5 @@ TEST(ManyLogs, FilesStandBesideTheEarliestLog) {
     EXPECT_TRUE(std::filesystem::exists(folder.path() / "early" / "XXXX00XXX_R_20240650100_02H_01H_MO.rnx"));
 }
 
+}  // namespace manyLogsTest
 }  // namespace

@@ -10,6 +10,7 @@
 #include "standard/summary.h"
 
 namespace {
+namespace navigationSetTest {
 
 using namespace orbconv::standard;
 using orbconv::Constellation;
@@ -271,4 +272,5 @@ TEST(NavigationSet, TenThousandRecordsOfEachSystemInBelowASecond) {
     EXPECT_LT(std::chrono::steady_clock::now() - from, std::chrono::seconds{5});
 }
 
+}  // namespace navigationSetTest
 }  // namespace

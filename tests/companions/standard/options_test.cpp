@@ -12,6 +12,7 @@
 #include "companions/standard/support/standard_run.h"
 
 namespace {
+namespace optionsTest {
 
 using samplelog::LogBuilder;
 using testsupport::fullLog;
@@ -224,4 +225,5 @@ TEST(StandardOptions, TextThatIsTooWideIsToldWithItsWidth) {
         << run.errors;
 }
 
+}  // namespace optionsTest
 }  // namespace

@@ -14,6 +14,7 @@
 #include "standard/output_stream.h"
 
 namespace {
+namespace outputFormsTest {
 
 using orbconv::standard::FileKind;
 using orbconv::standard::FileNameFacts;
@@ -188,4 +189,5 @@ TEST(ShortNames, AreGivenWhereTheyAreAskedFor) {
                     .files.contains("HOUR00XXX_R_20250050200_01H_30S_MO.rnx"));
 }
 
+}  // namespace outputFormsTest
 }  // namespace

@@ -8,6 +8,7 @@
 #include "companions/standard/support/strict_reader.h"
 
 namespace {
+namespace programTest {
 
 using samplelog::Band;
 using samplelog::LogBuilder;
@@ -361,4 +362,5 @@ TEST(StandardProgram, TwoLogsJoinedGiveTheEpochsOfBoth) {
     EXPECT_EQ(epochsOf(second.bytes() + first.bytes()), expected);
 }
 
+}  // namespace programTest
 }  // namespace

@@ -12,6 +12,7 @@
 #include "standard/navigation_parts.h"
 
 namespace {
+namespace splitTest {
 
 using orbconv::reading::LogTime;
 using orbconv::reading::timeOfIsoText;
@@ -319,4 +320,5 @@ TEST(SplitContents, ThereAreNoMoreThanTenThousandParts) {
     EXPECT_THROW(contents.take(epochAt(time)), std::runtime_error);
 }
 
+}  // namespace splitTest
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace {
+namespace strictNavigationReaderTest {
 
 using testsupport::readNavigationStrictly;
 using testsupport::StrictNavigation;
@@ -181,4 +182,5 @@ TEST(StrictNavigationReader, RefusesCutFiles) {
     EXPECT_NE(readNavigationStrictly("").complaints, Complaints{});
 }
 
+}  // namespace strictNavigationReaderTest
 }  // namespace
