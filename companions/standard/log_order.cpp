@@ -42,7 +42,7 @@ std::vector<LogStart> logsInOrder(const Options& options) {
         logs.push_back(startOf(name, options.firstDate));
     }
     std::ranges::sort(logs, {}, [](const LogStart& log) {
-        return std::tuple(!log.firstEpoch, log.firstEpoch.value_or(reading::LogTime{}), log.name);
+        return std::tuple(!log.firstEpoch, log.firstEpoch ? log.firstEpoch : log.firstDated, log.name);
     });
     return logs;
 }

@@ -215,6 +215,21 @@ TEST(ManyLogs, LogsWithoutAnEpochAreAnErrorThatNamesTheFirst) {
     EXPECT_TRUE(contains(run.errors, "a.kvs and 2 more: no message of a receiver in it\n"));
 }
 
+// They say nothing of the order that their names have.
+TEST(ManyLogs, LogsWithoutAnEpochStandByTheirDates) {
+    const auto logOfDay = [](std::uint8_t day, std::uint32_t tot) {
+        LogBuilder log;
+        auto kepler = testsupport::keplerOfWeek(300);
+        kepler.tot = tot;
+        return log.rd(2025, 1, day).ge123(kepler).take();
+    };
+    const StandardRun run = runStandardOn({{"a.kvs", logOfDay(6, 7030)}, {"b.kvs", logOfDay(5, 7000)}});
+    ASSERT_EQ(run.files.size(), 1U);
+    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20250050000_00U_MN.rnx");
+    EXPECT_TRUE(contains(run.files.begin()->second, "7.000000000000E+03"));  // sent first
+    EXPECT_FALSE(contains(run.files.begin()->second, "7.030000000000E+03"));
+}
+
 TEST(ManyLogs, DateIsThatOfEachLogsFirstEpoch) {
     LogBuilder early;
     addEpoch(early, hour);
