@@ -128,6 +128,18 @@ TEST(ManyLogs, OfLogsThatBeginTogetherTheNameDecides) {
     }
 }
 
+// Its second part begins behind the other log, and counts ahead of it nevertheless.
+TEST(ManyLogs, LogThatBeginsFirstCountsWithAllItsParts) {
+    constexpr std::uint32_t minute = 60000;
+    const std::string first = logOf(hour, 1) + logOf(hour + 10 * minute, 1) + logOf(hour + 8 * minute, 1);
+    const std::string second = logOf(hour + 5 * minute, 2) + logOf(hour + 8 * minute, 2);
+    const StandardRun run = runStandardOn({{"a.kvs", first}, {"b.kvs", second}});
+    EXPECT_EQ(run.body(),
+              (Lines{"> 2024 03 05 01 00  0.0000000  0  1", lineOf(1), "> 2024 03 05 01 05  0.0000000  0  1",
+                     lineOf(2), "> 2024 03 05 01 08  0.0000000  0  1", lineOf(1),
+                     "> 2024 03 05 01 10  0.0000000  0  1", lineOf(1)}));
+}
+
 TEST(ManyLogs, ThinningActsOnAll) {
     LogBuilder early;
     LogBuilder late;
