@@ -56,13 +56,13 @@ void surveyLog(const LogStart& log, const Options& options, Survey& survey, cons
     Surveyor surveyor(options.selection, survey, options.firstDate, log.firstDated);
     reading::LogReader reader(openLog(log.name));
     for (auto item = reader.next(); item != reading::LogItem::end; item = reader.next()) {
+        endIfAsked();
         if (item == reading::LogItem::damage) {
             surveyor.take(reader.damage());
             continue;
         }
         surveyor.take(reader.message(), reader.habits());
         if (reader.message().row == rowOf("TD")) {
-            endIfAsked();
             progress.show(reader.position());
         }
     }
@@ -78,7 +78,6 @@ void countInOrder(Survey& survey, const Selection& selection) {
     EpochSequence epochs(survey, selection);
     while (const EpochObservations* const epoch = epochs.next()) {
         survey.contents.take(*epoch);
-        endIfAsked();
     }
     survey.lost.repeatedEpochs += epochs.repeatedEpochs();
 }
@@ -200,7 +199,6 @@ void writeObservations(OutputStream& out, const Conversion& conversion, std::siz
         writeEpoch(out.writer(), *epoch, conversion.columns);
         ++written;
         out.check();
-        endIfAsked();
         progress.show(surveyShare +
                       (1.0 - surveyShare) * static_cast<double>((epoch->time - first).count()) / span);
     }

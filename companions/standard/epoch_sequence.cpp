@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "standard/platform.h"
+#include "standard/stop_request.h"
 
 namespace orbconv::standard {
 
@@ -46,6 +47,7 @@ StretchReader::StretchReader(const std::string& logName, const Stretch& stretch,
 bool StretchReader::next() {
     auto item = reading::LogItem::damage;
     while (item != reading::LogItem::end && stretch_.offset + reader_.position() < stretch_.endOffset) {
+        endIfAsked();  // many epochs can come that are not asked for
         item = reader_.next();
         if (item == reading::LogItem::message && collector_.add(reader_.message()) && takeEpoch()) {
             return true;

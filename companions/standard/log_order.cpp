@@ -19,6 +19,7 @@ LogStart startOf(const std::string& name, std::optional<reading::LogDate> firstD
     reading::EpochCollector collector(reading::CarriedTime{.date = firstDate, .timeOfDayMs = {}});
     for (auto item = reader.next(); item != reading::LogItem::end && !start.firstEpoch;
          item = reader.next()) {
+        endIfAsked();
         if (item != reading::LogItem::message) {
             continue;
         }
@@ -28,7 +29,6 @@ LogStart startOf(const std::string& name, std::optional<reading::LogDate> firstD
         }
         if (closed) {
             start.firstEpoch = collector.epoch().time;
-            endIfAsked();
         }
     }
     return start;
@@ -42,7 +42,7 @@ std::vector<LogStart> logsInOrder(const Options& options) {
         logs.push_back(startOf(name, options.firstDate));
     }
     std::ranges::sort(logs, {}, [](const LogStart& log) {
-        return std::tuple(!log.firstEpoch, log.firstEpoch.value_or(reading::LogTime{}), log.name);
+        return std::tuple(!log.firstEpoch, log.firstEpoch ? log.firstEpoch : log.firstDated, log.name);
     });
     return logs;
 }

@@ -17,8 +17,8 @@ struct LogStart {
 };
 
 // By their first epochs, of the same time by their names, so that the order of the arguments says nothing;
-// logs without an epoch behind the others. Reads each log up to that epoch. One that cannot be opened is a
-// std::runtime_error.
+// logs without an epoch behind the others, by their first dates. Reads each log up to that epoch. One that
+// cannot be opened is a std::runtime_error.
 std::vector<LogStart> logsInOrder(const Options& options);
 
 }  // namespace orbconv::standard

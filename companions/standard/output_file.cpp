@@ -25,6 +25,10 @@ void makeFolderOf(const std::filesystem::path& path) {
 }  // namespace
 
 void refuseExisting(const std::filesystem::path& path, bool overwrite) {
+    // Told ahead of the first file, not when some stand under their names already.
+    if (std::filesystem::is_directory(path)) {
+        throw std::runtime_error(path.string() + " is a folder");
+    }
     if (!overwrite && std::filesystem::exists(path)) {
         throw std::runtime_error(path.string() + " exists; --force overwrites it");
     }

@@ -9,7 +9,7 @@
 
 namespace orbconv::standard {
 
-// An existing file is a std::runtime_error unless `overwrite`.
+// An existing file is a std::runtime_error unless `overwrite`; a folder of that name always is one.
 void refuseExisting(const std::filesystem::path& path, bool overwrite);
 
 // Written beside its final name, under the same name with ".part" behind it, and renamed by finish(). Without
@@ -38,9 +38,9 @@ private:
         std::unique_ptr<OutputStream> text;
     };
 
-    std::filesystem::path path_;      // empty once moved from
+    std::filesystem::path path_;
     std::filesystem::path partPath_;  // empty when it is no longer there
-    std::unique_ptr<Open> open_;
+    std::unique_ptr<Open> open_;      // null once closed
 };
 
 }  // namespace orbconv::standard

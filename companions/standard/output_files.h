@@ -18,7 +18,7 @@ public:
     explicit OutputFiles(const Conversion& conversion) : conversion_(conversion) {}
 
     // The files of each part. An existing file is a std::runtime_error ahead of the first byte, unless
-    // it is to be overwritten.
+    // it is to be overwritten; so is a folder of a file's name.
     void write(ProgressBar& progress);
 
     // The paths of those that are written, in the order of their parts.

@@ -55,7 +55,7 @@ struct SurveyedLog {
 struct Survey {
     std::vector<SurveyedLog> logs;   // in the order of their times
     std::optional<TimeScale> scale;  // that of the first epoch with a time
-    Contents contents;               // true as long as the epochs ascend
+    Contents contents;               // what it holds is valid if the epochs ascend
     bool epochsAscend = true;        // from each stretch to the next
     NavigationSet navigation;        // of the systems that are asked for
     std::optional<int> leapSeconds;  // of the last UO or EU

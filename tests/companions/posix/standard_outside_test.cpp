@@ -12,6 +12,7 @@
 
 #include "companions/standard/support/small_logs.h"
 #include "companions/standard/support/standard_run.h"
+#include "standard/conversion.h"
 #include "standard/epoch_sequence.h"
 #include "standard/stop_request.h"
 
@@ -105,6 +106,43 @@ TEST(StandardOutside, RequestToEndStopsTheFirstReadingToo) {
     }));
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_EQ(folder.names(), Lines{"site.kvs"});
+}
+
+// It could be anything, and as long as a disk.
+TEST(StandardOutside, RequestToEndStopsTheReadingOfWhatHasNoEpoch) {
+    const OwnFolder folder;
+    samplelog::LogBuilder log;
+    testsupport::writeBytes(folder.path() / "site.kvs", log.rd(2024, 3, 5).time(0).rd(2024, 3, 5).take());
+    const int status = waitStatusOf(start(folder.file("site.kvs"), [] {
+        orbconv::standard::noteStopRequests();
+        std::raise(SIGTERM);
+    }));
+    EXPECT_TRUE(WIFSIGNALED(status));
+}
+
+TEST(StandardOutside, RequestToEndStopsWhereNoEpochIsAskedFor) {
+    const OwnFolder folder;
+    testsupport::writeBytes(folder.path() / "site.kvs", testsupport::logOfTimes({0, 1000}));
+    const pid_t child = fork();
+    if (child == 0) {
+        orbconv::standard::ProgressBar progress(nullptr, 1.0);
+        orbconv::standard::Options options;
+        options.logNames = {folder.file("site.kvs")};
+        const auto survey = orbconv::standard::surveyOf(options, progress);
+        orbconv::standard::Selection nothing;
+        nothing.end = orbconv::reading::LogTime{};
+        orbconv::standard::EpochSequence epochs(survey, nothing);
+        orbconv::standard::noteStopRequests();
+        std::raise(SIGTERM);
+        int status = 0;
+        try {
+            epochs.next();
+        } catch (const orbconv::standard::Stopped&) {
+            status = 1;
+        }
+        _exit(status);
+    }
+    EXPECT_EQ(WEXITSTATUS(waitStatusOf(child)), 1);
 }
 
 TEST(StandardOutside, HangUpThatIsIgnoredStaysIgnored) {

@@ -129,6 +129,18 @@ TEST(ManyLogs, OfLogsThatBeginTogetherTheNameDecides) {
     }
 }
 
+// Its second part begins behind the other log, and counts ahead of it nevertheless.
+TEST(ManyLogs, LogThatBeginsFirstCountsWithAllItsParts) {
+    constexpr std::uint32_t minute = 60000;
+    const std::string first = logOf(hour, 1) + logOf(hour + 10 * minute, 1) + logOf(hour + 8 * minute, 1);
+    const std::string second = logOf(hour + 5 * minute, 2) + logOf(hour + 8 * minute, 2);
+    const StandardRun run = runStandardOn({{"a.kvs", first}, {"b.kvs", second}});
+    EXPECT_EQ(run.body(),
+              (Lines{"> 2024 03 05 01 00  0.0000000  0  1", lineOf(1), "> 2024 03 05 01 05  0.0000000  0  1",
+                     lineOf(2), "> 2024 03 05 01 08  0.0000000  0  1", lineOf(1),
+                     "> 2024 03 05 01 10  0.0000000  0  1", lineOf(1)}));
+}
+
 TEST(ManyLogs, ThinningActsOnAll) {
     LogBuilder early;
     LogBuilder late;
@@ -214,6 +226,21 @@ TEST(ManyLogs, LogsWithoutAnEpochAreAnErrorThatNamesTheFirst) {
     const StandardRun run = runStandardOn({{"b.kvs", ""}, {"a.kvs", ""}, {"c.kvs", ""}});
     EXPECT_EQ(run.exitStatus, 1);
     EXPECT_TRUE(contains(run.errors, "a.kvs and 2 more: no message of a receiver in it\n"));
+}
+
+// They say nothing of the order that their names have.
+TEST(ManyLogs, LogsWithoutAnEpochStandByTheirDates) {
+    const auto logOfDay = [](std::uint8_t day, std::uint32_t tot) {
+        LogBuilder log;
+        auto kepler = testsupport::keplerOfWeek(300);
+        kepler.tot = tot;
+        return log.rd(2025, 1, day).ge123(kepler).take();
+    };
+    const StandardRun run = runStandardOn({{"a.kvs", logOfDay(6, 7030)}, {"b.kvs", logOfDay(5, 7000)}});
+    ASSERT_EQ(run.files.size(), 1U);
+    EXPECT_EQ(run.files.begin()->first, "XXXX00XXX_R_20250050000_00U_MN.rnx");
+    EXPECT_TRUE(contains(run.files.begin()->second, "7.000000000000E+03"));  // sent first
+    EXPECT_FALSE(contains(run.files.begin()->second, "7.030000000000E+03"));
 }
 
 TEST(ManyLogs, DateIsThatOfEachLogsFirstEpoch) {

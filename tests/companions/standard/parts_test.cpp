@@ -74,6 +74,15 @@ TEST(StandardOutputFile, NameThatAFolderHasIsAFailureAndLeavesNothing) {
     EXPECT_EQ(folder.names(), Lines{"a.rnx"});
 }
 
+TEST(StandardOutputFile, FolderIsRefusedEvenWhereFilesAreOverwritten) {
+    const OwnFolder folder;
+    std::filesystem::create_directory(folder.path() / "a.rnx");
+    testsupport::writeBytes(folder.path() / "b.rnx", "old");
+    EXPECT_THROW(orbconv::standard::refuseExisting(folder.path() / "a.rnx", true), std::runtime_error);
+    EXPECT_THROW(orbconv::standard::refuseExisting(folder.path() / "b.rnx", false), std::runtime_error);
+    EXPECT_NO_THROW(orbconv::standard::refuseExisting(folder.path() / "b.rnx", true));
+}
+
 TEST(StandardSteps, MostFrequentIsTheShortestOfSeveral) {
     StepCounts steps;
     EXPECT_FALSE(steps.mostFrequent());
