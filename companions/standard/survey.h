@@ -54,7 +54,7 @@ struct SurveyedLog {
 
 struct Survey {
     std::vector<SurveyedLog> logs;   // in the order of their times
-    std::optional<TimeScale> scale;  // that of the first epoch with a time
+    std::optional<TimeScale> scale;  // that of the first epoch that is taken
     Contents contents;               // what it holds is valid if the epochs ascend
     bool epochsAscend = true;        // from each stretch to the next
     NavigationSet navigation;        // of the systems that are asked for
