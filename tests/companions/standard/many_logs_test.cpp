@@ -59,7 +59,7 @@ TEST(ManyLogs, TwentyFourHoursGiveTheDay) {
         hours.push_back({"hour" + std::to_string(i) + ".kvs", hourlyLog(i)});
         day += hours.back().bytes;
     }
-    std::ranges::rotate(hours, hours.begin() + 7);
+    std::rotate(hours.begin(), hours.begin() + 7, hours.end());
     std::swap(hours[3], hours[20]);
     const StandardRun joined = runStandardOn(hours);
     const StandardRun whole = runStandard(day);
