@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <array>
 #include <fstream>
+#include <random>
 #include <sstream>
 
 #include "companions/standard/support/hourly_logs.h"
@@ -92,6 +94,20 @@ TEST(Gzip, HeadHasNeitherNameNorTime) {
     const OwnFolder folder;
     testsupport::writeBytes(folder.path() / "a.gz", bytes);
     EXPECT_EQ(unpacked(folder.path() / "a.gz"), "abcd");
+}
+
+TEST(Gzip, WhatCannotBeMadeSmallerGoesOutInPieces) {
+    std::mt19937 random(1952);
+    std::string text(500'000, ' ');
+    std::ranges::generate(text, [&] { return static_cast<char>(random()); });
+    std::ostringstream packed;
+    orbconv::standard::GzipBuffer buffer(packed);
+    EXPECT_EQ(buffer.sputn(text.data(), static_cast<std::streamsize>(text.size())), 500'000);
+    buffer.finish();
+    EXPECT_GT(packed.str().size(), text.size());
+    const OwnFolder folder;
+    testsupport::writeBytes(folder.path() / "a.gz", packed.str());
+    EXPECT_EQ(unpacked(folder.path() / "a.gz"), text);
 }
 
 TEST(Gzip, StreamThatFailsIsTold) {

@@ -86,6 +86,7 @@ TEST(StandardOutputFile, FolderIsRefusedEvenWhereFilesAreOverwritten) {
 TEST(StandardSteps, MostFrequentIsTheShortestOfSeveral) {
     StepCounts steps;
     EXPECT_FALSE(steps.mostFrequent());
+    EXPECT_EQ(steps.gaps(), 0U);
     for (const std::int64_t step : {5000, 3000, 5000, 3000, 1000}) {
         steps.add(step);
     }
