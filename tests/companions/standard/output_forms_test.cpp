@@ -170,19 +170,19 @@ TEST(StandardOutput, TakesNoSeveralFiles) {
 
 TEST(ShortNames, TellStationDayAndYear) {
     const auto at = [](const char* time) { return orbconv::reading::timeOfIsoText(time).value(); };
-    FileNameFacts facts{.station = "ALGO00CAN",
+    FileNameFacts facts{.station = "AZGO00CAN",
                         .first = at("2009-02-03T05:00"),
                         .last = at("2009-02-03T06:00"),
                         .intervalMs = 30000,
                         .split = {}};
-    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "algo0340.09o");
-    EXPECT_EQ(shortNameOf(facts, FileKind::navigation), "algo0340.09p");
+    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "azgo0340.09o");
+    EXPECT_EQ(shortNameOf(facts, FileKind::navigation), "azgo0340.09p");
     facts.last = at("2009-02-03T05:59:59.999");
-    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "algo034f.09o");
+    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "azgo034f.09o");
     facts.split = Split::hour;
-    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "algo034f.09o");
+    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "azgo034f.09o");
     facts.split = Split::day;
-    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "algo0340.09o");
+    EXPECT_EQ(shortNameOf(facts, FileKind::observations), "azgo0340.09o");
     facts = {.station = "1X__00CAN",
              .first = at("1999-12-31T23:30"),
              .last = at("1999-12-31T23:45"),
