@@ -32,15 +32,10 @@ bool isEphemeris(const reading::Broadcast& broadcast) {
     return std::visit(EphemerisTest{}, broadcast.body);
 }
 
-// What makes a record a repetition of another: satellite, kind, epoch, and all numbers but one. Blanks are
-// all of one pattern of bits, and no zero has a sign.
-RecordContent contentOfRecord(const NavigationRecord& record) {
-    RecordContent content{record.constellation, record.sv, record.type, record.epoch, {}};
-    auto& bits = std::get<RecordBits>(content);
-    for (std::size_t i = 0; i < record.values.size(); ++i) {
-        bits[i] = i == record.transmission ? 0 : std::bit_cast<std::uint64_t>(record.values[i]);
-    }
-    return content;
+// A value as it counts for a repetition: its bits, and of the time of transmission nothing. Blanks are all of
+// one pattern of bits, and no zero has a sign.
+std::uint64_t bitsOf(const NavigationRecord& record, std::size_t value) {
+    return value == record.transmission ? 0 : std::bit_cast<std::uint64_t>(record.values[value]);
 }
 
 // Makes the terms such as their fields can show them. False if that cannot be, or if all of them are 0, which
@@ -110,6 +105,21 @@ constexpr std::string_view utcPair(Constellation constellation) {
 
 }  // namespace
 
+bool ByContent::operator()(const NavigationRecord* one, const NavigationRecord* other) const {
+    const auto headOf = [](const NavigationRecord& record) {
+        return std::tuple(record.constellation, record.sv, record.type, record.epoch);
+    };
+    if (headOf(*one) != headOf(*other)) {
+        return headOf(*one) < headOf(*other);
+    }
+    for (std::size_t i = 0; i < one->values.size(); ++i) {
+        if (bitsOf(*one, i) != bitsOf(*other, i)) {
+            return bitsOf(*one, i) < bitsOf(*other, i);
+        }
+    }
+    return false;
+}
+
 void NavigationSet::add(const reading::Broadcast& broadcast, const ReceptionTime& received) {
     switch (broadcast.state) {
         case reading::BroadcastState::none: return;
@@ -141,9 +151,9 @@ bool NavigationSet::addRecord(const reading::Broadcast& broadcast, LogTime recei
         std::ranges::for_each(offsets_, nameSatellite);
     }
     last = broadcast.sv;
-    if (contents_.insert(contentOfRecord(*record)).second) {
-        records_.push_back(*record);
-    } else {
+    records_.push_back(*record);
+    if (!contents_.insert(&records_.back()).second) {
+        records_.pop_back();
         ++losses_.repeated;
     }
     return true;

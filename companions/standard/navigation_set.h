@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <set>
 #include <string_view>
@@ -47,19 +48,28 @@ struct NavigationLosses {
     std::uint64_t withoutDate = 0;  // the log has no date
 };
 
-// All of a record but its time of transmission, the values as their bits.
-using RecordBits = std::array<std::uint64_t, mostValues>;
-using RecordContent = std::tuple<Constellation, std::int32_t, NavType, reading::LogTime, RecordBits>;
+// An order in which two records are equal that say the same: all but the time of transmission.
+struct ByContent {
+    bool operator()(const NavigationRecord* one, const NavigationRecord* other) const;
+};
 
 class NavigationSet {
 public:
+    NavigationSet() = default;
+    ~NavigationSet() = default;
+    // Records are pointed at.
+    NavigationSet(const NavigationSet&) = delete;
+    NavigationSet& operator=(const NavigationSet&) = delete;
+    NavigationSet(NavigationSet&&) = default;
+    NavigationSet& operator=(NavigationSet&&) = default;
+
     // The time of reception is GPS time; a message without one is only counted.
     void add(const reading::Broadcast& broadcast, const ReceptionTime& received);
 
     [[nodiscard]] const NavigationLosses& losses() const { return losses_; }
 
     // As they came.
-    [[nodiscard]] const std::vector<NavigationRecord>& records() const { return records_; }
+    [[nodiscard]] const std::deque<NavigationRecord>& records() const { return records_; }
     // By epoch, then constellation and satellite, then as they came.
     [[nodiscard]] std::vector<const NavigationRecord*> sortedRecords() const;
     // As they came for the first time.
@@ -73,8 +83,8 @@ private:
     void addOffset(TimeOffsetTerms terms);
     void addTerms(const reading::Broadcast& broadcast, reading::LogTime received);
 
-    std::vector<NavigationRecord> records_;
-    std::set<RecordContent> contents_;
+    std::deque<NavigationRecord> records_;                   // a record stays where it is
+    std::set<const NavigationRecord*, ByContent> contents_;  // the same records
     std::vector<IonosphereTerms> ionosphere_;
     std::map<std::pair<Constellation, std::array<double, 8>>, std::size_t> ionosphereByContent_;
     std::vector<TimeOffsetTerms> offsets_;
